@@ -141,8 +141,9 @@ QStringList whole(const Receipt &receipt)
 QStringList steps(const Receipt &receipt)
 {
     for (const QString &line : receipt.lines) {
+        int valueLength = 0;
         int warnings = 0;
-        reference::substitute(line, receipt.attributes, warnings);
+        reference::substitute(line, receipt.attributes, valueLength, warnings);
         const PrinterDocument document = receipt.document();
         const QStringList found = warnings > 0
             ? QStringList()

@@ -16,6 +16,7 @@ using namespace reference;
 constexpr int MaxSubstitutions = 10000;
 constexpr int MaxLineLength = 1048576;
 constexpr int MaxExpansions = 1000;
+constexpr int MaxValueLength = 16777216;
 
 // Values
 
@@ -155,15 +156,15 @@ void removeSymbolLines(QStringList &lines)
 
 void substituteAll(PreparedLines &prepared, const QVariantMap &attributes)
 {
-    for (int i = prepared.lines.size() - 1; i >= 0; --i) {
-        if (prepared.lines.at(i).isEmpty()) {
-            continue;
-        }
-        prepared.lines[i] = substitute(prepared.lines.at(i), attributes, prepared.warnings);
-        if (prepared.lines.at(i).isEmpty()) {
-            prepared.lines.removeAt(i);
+    QStringList kept;
+    int valueLength = 0;
+    for (const QString &line : qAsConst(prepared.lines)) {
+        const QString filled = substitute(line, attributes, valueLength, prepared.warnings);
+        if (line.isEmpty() || !filled.isEmpty()) {
+            kept.append(filled);
         }
     }
+    prepared.lines = kept;
 }
 
 /** Removes from @p start to the end of the next @p end behind it, until one of them is missing. */
@@ -280,10 +281,10 @@ QString valueText(const QString &name, const QString &format, const QVariantMap 
                             : variantToString(format, attributeValue(attributes, name));
 }
 
-QString substitute(QString line, const QVariantMap &attributes, int &warnings)
+QString substitute(QString line, const QVariantMap &attributes, int &valueLength, int &warnings)
 {
     int substitutions = 0;
-    for (int pos = 0; pos < line.size();) {
+    for (int pos = 0; pos < line.size() && valueLength <= MaxValueLength;) {
         const int start = line.indexOf(QLatin1Char('<'), pos);
         const int end = start < 0 ? -1 : line.indexOf(QLatin1Char('>'), start);
         if (end < 0) {
@@ -299,6 +300,11 @@ QString substitute(QString line, const QVariantMap &attributes, int &warnings)
         const QString value = valueText(tag.left(comma), format, attributes);
         const int lengthAfter = line.size() - (end + 1 - start) + value.size();
         if (substitutions == MaxSubstitutions || lengthAfter > MaxLineLength) {
+            ++warnings;
+            break;
+        }
+        valueLength += value.size();
+        if (valueLength > MaxValueLength) {
             ++warnings;
             break;
         }

@@ -48,8 +48,9 @@ QString floatToString(const QString &format, double value);
 /** The text of one attribute, a sum included, in @p format. */
 QString valueText(const QString &name, const QString &format, const QVariantMap &attributes);
 
-/** One line with its attributes filled in; counts a warning when a limit is reached. */
-QString substitute(QString line, const QVariantMap &attributes, int &warnings);
+/** One line with its attributes filled in; counts the characters of all values so far, which are limited, too, and a
+ * warning when a limit is reached. */
+QString substitute(QString line, const QVariantMap &attributes, int &valueLength, int &warnings);
 PreparedLines prepare(const QStringList &templateLines, const PrinterDocument &document);
 
 FormattedLine formatLine(const QString &line, LineState &state, int lineSpacing);
