@@ -74,6 +74,9 @@ private Q_SLOTS:
     void cancelsARunningSearchToStartAnother();
     void signalsNothingMoreAfterCancel();
     void survivesItsDeletionInASlot();
+    void survivesItsDeletionInACall_data();
+    void survivesItsDeletionInACall();
+    void stopsItsTasksBeforeSlotsAreCalled();
     void dropsAResultThatArrivesWhileCancelling();
     void endsASearchWhenDestroyed();
     void cancelsFortyPortsInTime();
@@ -288,12 +291,52 @@ void TestPrintDeviceFinder::survivesItsDeletionInASlot()
         finder->start(ports);
         QTRY_VERIFY_WITH_TIMEOUT(finder.isNull(), Patience);
     }
-    // The slot runs inside of the start() that cancels the search before.
+}
+
+void TestPrintDeviceFinder::survivesItsDeletionInACall_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("signal");
+
+    for (const char *call : {"start", "test", "cancel"}) {
+        for (const char *signal : {"needCancel", "finished"}) {
+            QTest::addRow("%s, %s", call, signal) << text(call) << text(signal);
+        }
+    }
+}
+
+// The slot runs inside of the call, which cancels the search under way.
+void TestPrintDeviceFinder::survivesItsDeletionInACall()
+{
+    QFETCH(QString, call);
+    QFETCH(QString, signal);
+    SimulatorThread simulator;
+    const QStringList ports = silentPorts(&simulator, 1);
+    QList<PrintDeviceInfo> configs{config(Models::MODEL_CITIZEN_PPU_700, portSettings(ports.first(), 19200))};
     QPointer<PrintDeviceFinder> finder = new PrintDeviceFinder;
-    finder->start({name});
-    connect(finder.data(), &PrintDeviceFinder::finished, this, [&] { delete finder.data(); });
-    finder->start({name});
+    finder->start(ports);
+    connect(finder.data(), signal == text("needCancel") ? &PrintDeviceFinder::needCancel : &PrintDeviceFinder::finished,
+            this, [&] { delete finder.data(); });
+    if (call == text("start")) {
+        finder->start(ports);
+    } else if (call == text("test")) {
+        finder->test(configs);
+    } else {
+        finder->cancel();
+    }
     QVERIFY(finder.isNull());
+}
+
+void TestPrintDeviceFinder::stopsItsTasksBeforeSlotsAreCalled()
+{
+    SimulatorThread simulator;
+    PrintDeviceFinder finder;
+    bool isDone = false;
+    connect(&finder, &PrintDeviceFinder::needCancel, this,
+            [&] { isDone = QThreadPool::globalInstance()->waitForDone(WorstCancelMs); });
+    finder.start(silentPorts(&simulator, 1));
+    finder.cancel();
+    QVERIFY(isDone);
 }
 
 void TestPrintDeviceFinder::dropsAResultThatArrivesWhileCancelling()
