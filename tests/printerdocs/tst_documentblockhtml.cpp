@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: printsrvlib authors
 // SPDX-License-Identifier: MIT
 
+#include "filesizelimit.h"
 #include "testfixture.h"
 
 #include <documentblock.h>
@@ -64,6 +65,7 @@ private Q_SLOTS:
     void placedCharacterIsNoPicture();
     void badPictureFolder_data();
     void badPictureFolder();
+    void fullDisk();
 
 private:
     QString path(const QString &name) const;
@@ -301,6 +303,22 @@ void DocumentBlockHtmlTest::badPictureFolder()
     expectWarning(QStringLiteral("Cannot use the folder of symbol pictures"));
     QCOMPARE(htmlOf(blockOf(QStringLiteral("\1\2")), true), symbolRow(QStringLiteral("\u25A1\u25A1")));
     QCOMPARE(QDir(path(QStringLiteral("target"))).entryList(QDir::Files), QStringList());
+}
+
+// Half a picture would be taken for the whole one by every later preview.
+void DocumentBlockHtmlTest::fullDisk()
+{
+    constexpr rlim_t RoomBytes = 16; // less than any picture has
+    const DocumentBlock block = blockOf(QStringLiteral("\1\2"));
+    QString html;
+    expectWarning(QStringLiteral("Cannot write the symbol picture"));
+    {
+        const FileSizeLimit fullDisk(RoomBytes);
+        html = htmlOf(block, true);
+    }
+    QCOMPARE(html, symbolRow(QStringLiteral("\u25A1\u25A1")));
+    QVERIFY(QDir(path(QStringLiteral("tempimg"))).isEmpty(QDir::Files | QDir::Hidden));
+    QCOMPARE(htmlOf(block, true).count(QStringLiteral("<img")), 2);
 }
 
 QTEST_GUILESS_MAIN(DocumentBlockHtmlTest)

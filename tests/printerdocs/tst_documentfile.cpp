@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: printsrvlib authors
 // SPDX-License-Identifier: MIT
 
+#include "filesizelimit.h"
 #include "guardedfile.h"
 #include "replacedfile.h"
 #include "testfixture.h"
@@ -8,10 +9,8 @@
 #include <textprinterdocument.h>
 
 #include <climits>
-#include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,29 +27,6 @@ TextPrinterDocument documentOf(int number)
         DocumentBlock::createSimpleBlock({QStringLiteral("Итого %1").arg(number)}, TextAlignLeft, 0, 0, 0, 0));
     return document;
 }
-
-// Keeps the process from writing more than so many bytes into a file, as a full disk does.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-    }
-
-    Q_DISABLE_COPY(FileSizeLimit)
-
-private:
-    rlimit m_before;
-};
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
