@@ -138,6 +138,7 @@ void TestPrintersim::refusesAWrongCommandLine_data()
     QTest::newRow("byte") << text("AV_268 --fault=constant --byte=0x100");
     QTest::newRow("unplugged at once") << text("AV_268 --unplug-after=0");
     QTest::newRow("recording") << text("--replay=/nowhere");
+    QTest::newRow("endless recording") << text("--replay=/dev/zero");
 }
 
 void TestPrintersim::refusesAWrongCommandLine()

@@ -14,6 +14,21 @@ namespace printersim {
 
 namespace {
 
+constexpr int LargestTranscriptBytes = 64 * 1024 * 1024;
+constexpr int ChunkBytes = 64 * 1024;
+
+// Cut off soon behind the limit: a device may offer bytes without an end.
+QByteArray readBounded(QFile *file)
+{
+    QByteArray bytes;
+    QByteArray chunk;
+    do {
+        chunk = file->read(ChunkBytes);
+        bytes += chunk;
+    } while (!chunk.isEmpty() && bytes.size() <= LargestTranscriptBytes);
+    return bytes;
+}
+
 QString option(const char *name)
 {
     return QString::fromLatin1(name);
@@ -134,8 +149,12 @@ private:
         if (!file.open(QIODevice::ReadOnly)) {
             return fail(QStringLiteral("cannot read \"%1\": %2").arg(fileName, file.errorString()));
         }
+        const QByteArray transcript = readBounded(&file);
+        if (transcript.size() > LargestTranscriptBytes) {
+            return fail(QStringLiteral("\"%1\" is larger than 64 MiB").arg(fileName));
+        }
         QString reason;
-        const auto recorded = personalityFromTranscript(file.readAll(), &reason);
+        const auto recorded = personalityFromTranscript(transcript, &reason);
         if (!recorded.has_value()) {
             return fail(QStringLiteral("\"%1\", %2").arg(fileName, reason));
         }
