@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int ShortTimeoutMs = 200;
+constexpr qint64 LargestBytes = 64 * 1024 * 1024;
 
 // A document that is told from others by a number.
 TextPrinterDocument documentOf(int number)
@@ -83,7 +84,9 @@ private Q_SLOTS:
     void failingSaves();
     void strangeContent_data();
     void strangeContent();
-    void hugeFile();
+    void hugeFiles_data();
+    void hugeFiles();
+    void hugeSave();
 
 private:
     QString path() const;
@@ -517,12 +520,34 @@ void DocumentFileTest::strangeContent()
     QCOMPARE(document, reset);
 }
 
-void DocumentFileTest::hugeFile()
+void DocumentFileTest::hugeFiles_data()
 {
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<QString>("warning");
+
+    QTest::newRow("of the limit") << LargestBytes << "does not fit its checksum";
+    QTest::newRow("over the limit") << LargestBytes + 1 << "larger than 64 MiB";
+    QTest::newRow("over every memory") << (qint64(1) << 40) << "larger than 64 MiB";
+}
+
+void DocumentFileTest::hugeFiles()
+{
+    QFETCH(qint64, size);
+    QFETCH(QString, warning);
     QVERIFY(makeFileSet(QStringLiteral("gg")));
-    QVERIFY(QFile::resize(path(), qint64(1) << 40)); // sparse: it takes no room
-    expectWarning(QStringLiteral("larger than 64 MiB"));
+    QVERIFY(QFile::resize(path(), size)); // sparse: it takes no room
+    expectWarning(warning);
     QCOMPARE(loadedNumber(), 2);
+}
+
+// What could not be read again is not written.
+void DocumentFileTest::hugeSave()
+{
+    QVERIFY(makeFileSet(QStringLiteral("g-")));
+    expectCritical(QStringLiteral("Cannot write .* of more than 64 MiB"));
+    QVERIFY(!printsrv::guardedfile::save(path(), QByteArray(int(LargestBytes) + 1, ' '), ShortTimeoutMs));
+    QCOMPARE(loadedNumber(), 1);
+    QVERIFY(!QFileInfo::exists(path() + QStringLiteral(".bak")));
 }
 
 QTEST_GUILESS_MAIN(DocumentFileTest)

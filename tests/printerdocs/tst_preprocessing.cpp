@@ -31,6 +31,7 @@ private Q_SLOTS:
     void limits();
     void limitOfAllLines_data();
     void limitOfAllLines();
+    void limitOfEntries_data();
     void limitOfEntries();
 };
 
@@ -384,19 +385,30 @@ void tst_Preprocessing::limitOfAllLines()
     QVERIFY(lastFilled == 0 || prepared.at(lastFilled - 1) == value);
 }
 
+void tst_Preprocessing::limitOfEntries_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("filled");
+
+    // The first time is free, 33 more have less than 16,777,216 characters with their line ends.
+    QTest::newRow("in length") << 500000 << 34;
+    QTest::newRow("in count") << 1 << 1000;
+}
+
 void tst_Preprocessing::limitOfEntries()
 {
-    const QString entry(500000, QLatin1Char('x'));
+    QFETCH(int, length);
+    QFETCH(int, filled);
+    const QString entry(length, QLatin1Char('x'));
     PrinterDocumentFormatter formatter;
-    formatter.setTemplate(QStringLiteral("<ENTRIES>\n").repeated(50));
-    expectWarning(QStringLiteral("^Line 35 asks for the entries too often"));
+    formatter.setTemplate(QStringLiteral("<ENTRIES>\n").repeated(filled + 10));
+    expectWarning(QStringLiteral("^Line %1 asks for the entries too often").arg(filled + 1));
 
     const QStringList prepared = formatter.prepareDocument(documentWith(entry));
 
-    // The first time is free, 33 more have less than 16,777,216 characters with their line ends.
-    QCOMPARE(prepared.size(), 35);
-    QVERIFY(prepared.at(33) == entry);
-    QCOMPARE(prepared.at(34), QString()); // behind the last line end; the tags that stayed name no attribute
+    QCOMPARE(prepared.size(), filled + 1);
+    QVERIFY(prepared.at(filled - 1) == entry);
+    QCOMPARE(prepared.at(filled), QString()); // behind the last line end; the tags that stayed name no attribute
 }
 
 QTEST_GUILESS_MAIN(tst_Preprocessing)

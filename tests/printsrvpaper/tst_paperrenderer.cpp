@@ -330,6 +330,8 @@ void TestPaperRenderer::hostile_data()
     QTest::newRow("longest image") << documentOf(imageBlock(8, longest, longest)) << int(PaperNoError);
     QTest::newRow("image too long") << documentOf(imageBlock(8, longest + 1, longest + 1)) << int(PaperTooLong);
     QTest::newRow("image of one column") << documentOf(imageBlock(1, 100000000, 12500000)) << int(PaperTooLong);
+    QTest::newRow("image of more than 64 MiB")
+        << documentOf(imageBlock(8192, 65537, 65537 * 1024)) << int(PaperTooLong);
     QTest::newRow("image of one row") << documentOf(imageBlock(INT_MAX / 64, 1, INT_MAX / 512)) << int(PaperNoError);
     QTest::newRow("image that is not valid") << documentOf(imageBlock(INT_MAX, INT_MAX, 10)) << int(PaperNoError);
     QTest::newRow("image without its last byte") << documentOf(imageBlock(9, 2, 2)) << int(PaperNoError);

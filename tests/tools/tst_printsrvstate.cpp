@@ -35,6 +35,7 @@ private Q_SLOTS:
     void decodes();
 #ifdef PRINTSRV_DBUS_DAEMON
     void publishesAndWatches();
+    void refusesAnEndlessLine();
     void needsABus();
     void obeysTheSystemBus_data();
     void obeysTheSystemBus();
@@ -165,6 +166,24 @@ void TestPrintsrvState::publishesAndWatches()
     QVERIFY(publisher.waitForFinished());
     QCOMPARE(publisher.exitCode(), 1); // one text was broken
     QVERIFY(publisher.readAllStandardError().contains("line 3: "));
+    daemon.terminate();
+    QVERIFY(daemon.waitForFinished());
+}
+
+// The end of the line never comes, nor does that of the input.
+void TestPrintsrvState::refusesAnEndlessLine()
+{
+    constexpr int LargestLineBytes = 1024 * 1024;
+    QProcess daemon;
+    QProcessEnvironment environment;
+    QVERIFY(startBus(daemon, environment, QStringLiteral("--session")));
+    QProcess publisher;
+    publisher.setProcessEnvironment(environment);
+    publisher.start(CommandRunner::command(), state(QStringLiteral("publish")));
+    publisher.write('\n' + QByteArray(LargestLineBytes + 1, ' '));
+    QVERIFY(publisher.waitForFinished());
+    QCOMPARE(publisher.exitCode(), 1);
+    QCOMPARE(publisher.readAllStandardError(), QByteArray("printsrv: line 2 is longer than 1 MiB\n"));
     daemon.terminate();
     QVERIFY(daemon.waitForFinished());
 }
