@@ -37,6 +37,7 @@ class DocumentDiskTest : public TestFixture
 private Q_SLOTS:
     void fullDisks_data();
     void fullDisks();
+    void fileInUse();
 };
 
 void DocumentDiskTest::fullDisks_data()
@@ -76,6 +77,24 @@ void DocumentDiskTest::fullDisks()
     }
     QLoggingCategory::setFilterRules(QString());
     QVERIFY2(saves > 0 && saves <= MostLeft, qPrintable(QString::number(saves))); // it was as narrow as was meant
+}
+
+// A file on which something is mounted can be written but not replaced: it stays what it was.
+void DocumentDiskTest::fileInUse()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("document.json"));
+    const QByteArray name = QFile::encodeName(path);
+    QVERIFY(numberedDocument(1, Lines).saveToFile(path));
+    QCOMPARE(mount(name.constData(), name.constData(), nullptr, MS_BIND, nullptr), 0);
+    expectCritical(QStringLiteral("Cannot write .*document.json\""));
+    const bool isSaved = numberedDocument(2, Lines).saveToFile(path);
+    TextPrinterDocument loaded;
+    const bool isLoaded = loaded.loadFromFile(path);
+    umount2(name.constData(), MNT_DETACH);
+    QVERIFY(!isSaved && isLoaded);
+    QCOMPARE(loaded, numberedDocument(1, Lines));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 4); // nothing else is left behind
 }
 
 int main(int argc, char **argv)

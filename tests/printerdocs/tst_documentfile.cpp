@@ -4,6 +4,7 @@
 #include "filesizelimit.h"
 #include "guardedfile.h"
 #include "replacedfile.h"
+#include "savelock.h"
 #include "testfixture.h"
 
 #include <textprinterdocument.h>
@@ -12,6 +13,7 @@
 #include <cstring>
 #include <filesystem>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
@@ -28,6 +30,9 @@ TextPrinterDocument documentOf(int number)
         DocumentBlock::createSimpleBlock({QStringLiteral("Итого %1").arg(number)}, TextAlignLeft, 0, 0, 0, 0));
     return document;
 }
+
+// A file that vanishes right before it is locked the next time.
+std::filesystem::path removedBeforeLocked;
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
@@ -53,6 +58,14 @@ bool isAcceptedByProgram(const QString &path)
 }
 
 } // namespace
+
+// Stands in front of the system's function.
+extern "C" int flock(int descriptor, int operation) noexcept
+{
+    std::error_code error;
+    std::filesystem::remove(std::exchange(removedBeforeLocked, {}), error);
+    return int(syscall(SYS_flock, descriptor, operation));
+}
 
 class DocumentFileTest : public TestFixture
 {
@@ -80,6 +93,7 @@ private Q_SLOTS:
     void programs();
     void hungProgram();
     void killedSaver();
+    void removedLock();
     void failingSaves_data();
     void failingSaves();
     void strangeContent_data();
@@ -431,6 +445,19 @@ void DocumentFileTest::killedSaver()
     QVERIFY(documentOf(3).saveToFile(path()));
     QCOMPARE(readFile(first), content); // as it was when the first sync came
     QVERIFY(!std::filesystem::exists(lock));
+}
+
+// The saver before removes its lock when this one has opened it and has not taken it yet. Another one would make a lock
+// of its own beside one that has no name.
+void DocumentFileTest::removedLock()
+{
+    removedBeforeLocked = printsrv::replacedfile::hiddenName(path().toStdString(), ".lock");
+    printsrv::SaveLock lock(path(), ShortTimeoutMs);
+    QVERIFY(lock.isHeld());
+    const printsrv::SaveLock other(path(), ShortTimeoutMs);
+    QVERIFY(!other.isHeld());
+    QCOMPARE(other.problem(), QStringLiteral("which another saver keeps busy"));
+    lock.setComplete();
 }
 
 void DocumentFileTest::failingSaves_data()
