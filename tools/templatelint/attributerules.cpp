@@ -216,7 +216,7 @@ QString mendedTag(const QString &name, bool isAttribute)
 void checkCodeNumber(const QString &name, int offset, Findings &findings)
 {
     constexpr int LargestCode = 255;
-    const int code = name.mid(name.startsWith(QLatin1Char('#')) ? 1 : 0).toInt();
+    const int code = name.midRef(name.startsWith(QLatin1Char('#')) ? 1 : 0).toInt();
     if (code < 1 || code > LargestCode) {
         findings.add(ELintCode::CodeOutOfRange, offset,
                      QStringLiteral("<%1> prints the character of code %2; codes are 1 to %3")
