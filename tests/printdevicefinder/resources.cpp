@@ -10,7 +10,7 @@
 
 #include <malloc.h>
 #include <unistd.h>
-#ifdef __SANITIZE_ADDRESS__
+#if defined __SANITIZE_ADDRESS__ || defined __SANITIZE_THREAD__
 // GCC comes without the header of its own sanitizer.
 extern "C" size_t __sanitizer_get_current_allocated_bytes(); // NOLINT(bugprone-reserved-identifier)
 #endif
@@ -39,7 +39,7 @@ bool isOurs(const QString &lockFile)
 
 qint64 heapBytes()
 {
-#ifdef __SANITIZE_ADDRESS__
+#if defined __SANITIZE_ADDRESS__ || defined __SANITIZE_THREAD__
     return qint64(__sanitizer_get_current_allocated_bytes());
 #else
     const struct mallinfo2 heap = mallinfo2();

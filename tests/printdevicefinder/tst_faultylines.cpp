@@ -36,9 +36,14 @@ constexpr int FewestRounds = 4;
 constexpr int TickMs = 5;
 // A cancel, also the one that a result makes, takes up to 100 ms, and about one gap in ten has one. The rest is what a
 // machine whose processors are all taken adds: a few cancels' time to the usual gap, much more to the worst of
-// thousands.
-constexpr int UsualGapMs = 500;
-constexpr int LongestGapMs = 3000;
+// thousands; and ThreadSanitizer makes every step some ten times longer.
+#ifdef __SANITIZE_THREAD__
+constexpr int Slowness = 10;
+#else
+constexpr int Slowness = 1;
+#endif
+constexpr int UsualGapMs = 500 * Slowness;
+constexpr int LongestGapMs = 3000 * Slowness;
 // Qt's tables grow with the most that was ever in use at the same time, timers above all; a leak for each search or
 // line comes to more, even in the usual run.
 constexpr qint64 MostGrownBytes = qint64(1024) * 1024;
