@@ -39,8 +39,21 @@ struct Outcome
     qint64 elapsedMs = 0;
 };
 
+/** What the printer got, when it has got @p count bytes and nothing more follows; after 5 s, however many those are. */
+QByteArray receivedBy(const SimulatedPrinter *printer, int count)
+{
+    constexpr unsigned long PauseMs = 20;
+    const QDeadlineTimer deadline(5'000);
+    QByteArray before;
+    do {
+        before = printer->received();
+        QThread::msleep(PauseMs);
+    } while (printer->received() != before || (before.size() < count && !deadline.hasExpired()));
+    return before;
+}
+
 Outcome verify(SimulatorThread *simulator, const Personality &personality, const QString &model,
-               const Misbehaviour &misbehaviour = {})
+               const Misbehaviour &misbehaviour = {}, int expectedBytes = 0)
 {
     SimulatedPrinter *printer = simulator->add(personality, misbehaviour);
     const Port port = openPort(printer);
@@ -50,13 +63,7 @@ Outcome verify(SimulatorThread *simulator, const Personality &personality, const
     clock.start();
     outcome.isFound = helper.scan(outcome.model, outcome.settings);
     outcome.elapsedMs = clock.elapsed();
-    // The last bytes are on their way still.
-    QByteArray before;
-    do {
-        before = printer->received();
-        QThread::msleep(20);
-    } while (printer->received() != before);
-    outcome.received = before;
+    outcome.received = receivedBy(printer, expectedBytes);
     return outcome;
 }
 
@@ -173,7 +180,7 @@ void TestPrintersHelper::verifiesByOneConversation()
     QFETCH(QString, found);
     QFETCH(QByteArray, bytes);
     SimulatorThread simulator;
-    const Outcome outcome = verify(&simulator, known(personality), configured);
+    const Outcome outcome = verify(&simulator, known(personality), configured, {}, bytes.size());
     QCOMPARE(outcome.received.toHex(), bytes.toHex());
     QCOMPARE(outcome.isFound, !found.isEmpty());
     QCOMPARE(outcome.model, found.isEmpty() ? configured : found);
