@@ -153,6 +153,7 @@ endfunction()
 function(printsrv_watch_races test target)
     if(PRINTSRV_SANITIZE_THREADS)
         add_dependencies(threadtests ${target})
+        add_dependencies(${target} printsrv_qtlocks)
         set_property(TEST ${test} PROPERTY LABELS threads)
         set_property(
             TEST ${test}
