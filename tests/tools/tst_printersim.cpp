@@ -10,7 +10,10 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 using namespace printersim;
@@ -22,6 +25,20 @@ constexpr int Patience = 30'000;
 QString text(const char *latin1)
 {
     return QString::fromLatin1(latin1);
+}
+
+/** Says something at the port and waits for an answer, of whatever kind; false when none comes. */
+bool talkTo(const QString &portName)
+{
+    const int port = ::open(qPrintable(portName), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios line = {};
+    ::tcgetattr(port, &line);
+    ::cfmakeraw(&line);
+    ::tcsetattr(port, TCSANOW, &line);
+    pollfd waited{port, POLLIN, 0};
+    const bool isAnswered = ::write(port, "\x1Bv", 2) == 2 && ::poll(&waited, 1, Patience) == 1;
+    ::close(port);
+    return isAnswered;
 }
 
 } // namespace
@@ -39,6 +56,8 @@ private Q_SLOTS:
     void refusesAWrongCommandLine_data();
     void refusesAWrongCommandLine();
     void echoesByteByByteUntilItIsUnplugged();
+    void tellsThatItsLogIsFull();
+    void linksItsPortsUntilItIsInterrupted_data();
     void linksItsPortsUntilItIsInterrupted();
 };
 
@@ -175,8 +194,28 @@ void TestPrintersim::echoesByteByByteUntilItIsUnplugged()
     }
 }
 
+void TestPrintersim::tellsThatItsLogIsFull()
+{
+    QProcess process;
+    process.start(text(PRINTERSIM_COMMAND), {text("AV_268"), text("--log"), text("/dev/full")});
+    QVERIFY(process.waitForReadyRead(Patience));
+    QVERIFY(talkTo(QString::fromLatin1(process.readLine().trimmed().mid(7))));
+    process.terminate();
+    QVERIFY(process.waitForFinished(Patience));
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(process.readAllStandardError(), "printersim: cannot write \"/dev/full\": No space left on device\n");
+}
+
+void TestPrintersim::linksItsPortsUntilItIsInterrupted_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("ended") << SIGTERM;
+    QTest::newRow("terminal closed") << SIGHUP;
+}
+
 void TestPrintersim::linksItsPortsUntilItIsInterrupted()
 {
+    QFETCH(int, signal);
     const QTemporaryDir folder;
     QProcess process;
     process.start(text(PRINTERSIM_COMMAND),
@@ -189,8 +228,12 @@ void TestPrintersim::linksItsPortsUntilItIsInterrupted()
     const QString port = QFile::symLinkTarget(folder.filePath(text("AV_268")));
     QVERIFY2(ports.startsWith("AV_268 " + port.toLatin1() + '\n'), ports.constData());
     QVERIFY2(ports.endsWith("AV_268 " + QFile::symLinkTarget(second).toLatin1() + '\n'), ports.constData());
-    process.terminate();
+    // Whoever read the ports may go.
+    process.closeReadChannel(QProcess::StandardOutput);
+    QVERIFY(talkTo(port));
+    ::kill(pid_t(process.processId()), signal);
     QVERIFY(process.waitForFinished(Patience));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 0);
     QVERIFY(!QFileInfo(folder.filePath(text("AV_268"))).isSymLink());
     QVERIFY(!QFileInfo(folder.filePath(text("TSP-TUP"))).isSymLink());

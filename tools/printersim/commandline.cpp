@@ -39,7 +39,7 @@ void addOptions(QCommandLineParser *parser)
     parser->setApplicationDescription(QStringLiteral(
         "Plays serial receipt printers on pseudo-terminals, one for each MODEL, until it is interrupted."));
     parser->addPositionalArgument(option("MODEL"), QStringLiteral("What to play; --list names them."),
-                                  option("MODEL…"));
+                                  option("MODEL..."));
     parser->addOptions({
         {option("baud"), QStringLiteral("Answer at N baud only."), option("N")},
         {option("flow"), QStringLiteral("Answer with this flow control only: none, hardware, software."),

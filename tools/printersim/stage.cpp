@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 
@@ -24,7 +25,17 @@ QString shown(const QByteArray &bytes)
     return bytes.size() > BytesShown ? text + QStringLiteral(" ... %1 bytes").arg(bytes.size()) : text;
 }
 
+QString notWritten(const QString &fileName, const QString &reason)
+{
+    return QStringLiteral("cannot write \"%1\": %2").arg(fileName, reason);
+}
+
 } // namespace
+
+QString outputFailure()
+{
+    return notWritten(QStringLiteral("standard output"), qt_error_string(errno));
+}
 
 Stage::Stage(const Play &play)
     : m_play(play)
@@ -69,7 +80,7 @@ bool Stage::openLog()
     if (m_log.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         return true;
     }
-    m_errorString = QStringLiteral("cannot write \"%1\": %2").arg(m_play.logFile, m_log.errorString());
+    m_errorString = notWritten(m_play.logFile, m_log.errorString());
     return false;
 }
 
@@ -84,10 +95,18 @@ bool Stage::openPrinter(const Personality &personality)
     connect(printer, &SimulatedPrinter::talked, this, [=](const Exchange &exchange) { show(*printer, exchange); });
     connect(printer, &SimulatedPrinter::unplugged, this,
             [=] { print(QStringLiteral("%1 unplugged").arg(printer->personality().name)); });
-    // The ports go to the standard output always: that is where a script reads them.
-    std::printf("%s %s\n", qPrintable(printer->personality().name), qPrintable(printer->portName()));
-    std::fflush(stdout);
-    return link(*printer);
+    return printPort(*printer) && link(*printer);
+}
+
+// To the standard output always: that is where a script reads it. One that has gone may have taken it from the links.
+bool Stage::printPort(const SimulatedPrinter &printer)
+{
+    std::printf("%s %s\n", qPrintable(printer.personality().name), qPrintable(printer.portName()));
+    if (std::fflush(stdout) == 0 || errno == EPIPE) {
+        return true;
+    }
+    m_errorString = outputFailure();
+    return false;
 }
 
 bool Stage::link(const SimulatedPrinter &printer)
@@ -104,8 +123,9 @@ bool Stage::link(const SimulatedPrinter &printer)
     if (QFileInfo(name).isSymLink()) {
         QFile::remove(name);
     }
-    if (!QFile::link(printer.portName(), name)) {
-        m_errorString = QStringLiteral("cannot make the link \"%1\"").arg(name);
+    QFile port(printer.portName());
+    if (!port.link(name)) {
+        m_errorString = QStringLiteral("cannot make the link \"%1\": %2").arg(name, port.errorString());
         return false;
     }
     m_links.append(name);
@@ -118,6 +138,7 @@ void Stage::watchInterrupts()
     sigemptyset(&interrupts);
     sigaddset(&interrupts, SIGINT);
     sigaddset(&interrupts, SIGTERM);
+    sigaddset(&interrupts, SIGHUP);
     sigprocmask(SIG_BLOCK, &interrupts, nullptr);
     m_signalDescriptor = signalfd(-1, &interrupts, SFD_CLOEXEC);
     m_interrupts = std::make_unique<QSocketNotifier>(m_signalDescriptor, QSocketNotifier::Read);
@@ -126,8 +147,12 @@ void Stage::watchInterrupts()
 
 void Stage::print(const QString &line)
 {
-    m_log.write(line.toUtf8() + '\n');
-    m_log.flush();
+    const bool isWritten = m_log.write(line.toUtf8() + '\n') >= 0 && m_log.flush();
+    const QString reason = isWritten ? QString() : m_log.errorString();
+    if (!isWritten && m_errorString.isEmpty() && reason != qt_error_string(EPIPE)) {
+        m_errorString
+            = notWritten(m_play.logFile.isEmpty() ? QStringLiteral("standard output") : m_play.logFile, reason);
+    }
 }
 
 void Stage::show(const SimulatedPrinter &printer, const Exchange &exchange)

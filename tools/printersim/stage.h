@@ -15,6 +15,9 @@
 
 namespace printersim {
 
+/** That standard output could not be written, and why by the system's last error. */
+QString outputFailure();
+
 /** Runs the printers of a play: prints their ports, shows what is said and tidies its links up when it is interrupted.
  */
 class Stage : public QObject
@@ -25,10 +28,12 @@ public:
 
     /** Switches everything on; false, with the reason in errorString(), when something could not be opened. */
     [[nodiscard]] bool open();
+    /** Why it could not be opened, or why the conversation is not in the log from some time on; empty otherwise. */
     QString errorString() const;
 
 private:
     bool openLog();
+    bool printPort(const SimulatedPrinter &printer);
     bool openPrinter(const Personality &personality);
     bool link(const SimulatedPrinter &printer);
     void watchInterrupts();

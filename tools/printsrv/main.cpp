@@ -4,6 +4,7 @@
 #include "commandline.h"
 #include "outputwriter.h"
 #include "report.h"
+#include "standardstreams.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>
@@ -96,6 +97,7 @@ void readArgumentsAsUtf8InPlainLocale()
 
 int main(int argc, char *argv[])
 {
+    printsrv::occupyClosedStandardStreams();
     std::signal(SIGPIPE, SIG_IGN);
     printsrv::readArgumentsAsUtf8InPlainLocale();
     const QCoreApplication application(argc, argv);
