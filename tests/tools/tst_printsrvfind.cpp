@@ -48,6 +48,7 @@ private Q_SLOTS:
     void tellsWhoMayUseAPort();
     void writesJson();
     void replaysWhatItRecorded();
+    void recordsWithoutStandardStreams();
     void leavesPortsOut();
     void searchesEveryPortToItsEnd();
     void endsAtCtrlC();
@@ -96,6 +97,8 @@ void TestPrintsrvFind::tellsAVerdict_data()
     QTest::newRow("another model") << text("CUSTOM_VKP_80") << text("none")
                                    << text("test --model CITIZEN_PPU_700 --baud 19200") << 1
                                    << QByteArray(": found: CUSTOM_VKP_80");
+    QTest::newRow("settings of its own") << text("AV_268") << text("none") << text("test --model av_268 --baud 9600")
+                                         << 1 << QByteArray(": found: AV_268, 115200 baud");
     QTest::newRow("silent") << text("TSP-TUP") << text("silent") << text("test --model TSP-TUP") << 1
                             << QByteArray(": silent: nothing answers\n");
     QTest::newRow("foreign") << text("UNKNOWN_EE") << text("none") << text("test --model CUSTOM_VKP_80 --baud 19200")
@@ -236,6 +239,22 @@ void TestPrintsrvFind::replaysWhatItRecorded()
     const auto refused = runner.run({text("find"), text("/nowhere"), text("--record"), text("/nowhere/search.jsonl")});
     QCOMPARE(refused.exitCode, 1);
     QVERIFY2(refused.errors.contains("'/nowhere/search.jsonl' cannot be written"), refused.errors.constData());
+}
+
+// The first file that is opened gets the lowest number that is free, also that of standard output.
+void TestPrintsrvFind::recordsWithoutStandardStreams()
+{
+    const CommandRunner runner;
+    SimulatorThread simulator;
+    const QString port = simulator.add(*personality(text("CUSTOM_VKP_80")))->portName();
+    const QString line = text("exec %1 find %2 --record %3 <&- >&- 2>&-");
+    const QString recording = text("search.jsonl");
+    QProcess shell;
+    shell.start(text("sh"), {text("-c"), line.arg(CommandRunner::command(), port, runner.path(recording))});
+    QVERIFY(shell.waitForFinished(Patience));
+    QCOMPARE(shell.exitCode(), 1); // what was found could not be written
+    QString error;
+    QVERIFY2(personalityFromTranscript(runner.read(recording), &error).has_value(), qPrintable(error));
 }
 
 void TestPrintsrvFind::leavesPortsOut()

@@ -29,7 +29,8 @@ QByteArray blockOf(const QByteArray &page, const char *kind)
 QByteArray pageOf(const QString &code)
 {
     QFile file(QStringLiteral(PRINTSRV_LINT_PAGES "/") + code + QStringLiteral(".md"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QByteArray page = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return page.mid(page.indexOf("\n-->\n") + 5); // behind the licence
 }
 
 /** The findings of one code that lint makes of a template, as a page writes them; the folder is called so there. */
@@ -159,7 +160,8 @@ void TestPrintsrvLint::command_data()
     row("no such paper", "lint t.cpt --model AV_268 --paper 4", 2, "^$", "no paper 4");
     row("no such codec", "lint t.cpt --codec X", 2, "^$", "No encoding is called 'X'");
     row("no such file", "lint none.cpt", 1, "^$", "none.cpt: not read");
-    row("broken data", "lint t.cpt --data t.cpt", 1, "^$", "t.cpt:1:2: no JSON");
+    row("a page and a template", "lint --code unread-tag t.cpt", 2, "^$", "it does not look at 't.cpt'");
+    row("broken data", "lint t.cpt --data t.cpt", 1, "^$", "t.cpt:1:1: no JSON");
     row("strict", "render t.cpt --data e.json --strict", 0, "^17\nT +5.00\n$", "^$");
     row("strict with an error", "render t.cpt --data d.json --strict", 1, "^$", "t.cpt:2:5: unknown-attribute");
     row("strict and too wide", "render t.cpt --data e.json --strict --width 4", 1, "^$", "t.cpt:2:5: line-too-wide");

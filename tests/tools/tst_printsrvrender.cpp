@@ -76,6 +76,8 @@ QVector<RenderCase> renderCases()
         {"target in no folder", total, "{}", "-o none/x", 1, "", "none/x: not written: No such file"},
         {"target is a folder", total, "{}", "-o .", 1, "", "\\.: not written: .*directory"},
         {"target is full", total, "{}", "-o /dev/full", 1, "", "/dev/full: not written: No space"},
+        {"target without a name", total, "{}", "--output=", 2, "", "--output needs the name"},
+        {"explanation in a picture", total, "{}", "--explain -o x.png", 2, "", "--explain writes text"},
         {"document into a folder", total, "{}", "--format document -o .", 1, "", "Cannot write"},
         {"stream with data", total, "{}", "--stream", 2, "", "--stream reads standard input"},
     };

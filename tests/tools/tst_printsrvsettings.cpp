@@ -170,6 +170,8 @@ void TestPrintsrvSettings::showsJson()
     // The list is a file of settings, too.
     QCOMPARE(runner.run(settings(QStringLiteral("set emptyStringsAtEnd 9"), json)).exitCode, 0);
     QCOMPARE(runner.run(settings(QStringLiteral("get emptyStringsAtEnd"), json)).output, QByteArray("9\n"));
+    const auto missing = runner.run(settings(QStringLiteral("get emptyStringsAtEnd"), runner.path(File)));
+    QVERIFY2(missing.errors.contains("warning: there is no "), missing.errors.constData());
     QCOMPARE(QJsonDocument::fromJson(runner.read(QStringLiteral("list.json"))).array().size(), array.size());
 }
 
@@ -180,12 +182,20 @@ void TestPrintsrvSettings::importsAndNamesRefusals()
                                    "[{\"group\":\"PRINTER\",\"key\":\"printerName\",\"value\":\"CUSTOM_VKP_80\"},"
                                    "{\"group\":\"CUSTOM_VKP_80\",\"key\":\"printAsImage\",\"value\":1},"
                                    "{\"group\":\"AV_268\",\"key\":\"parity\",\"value\":2},"
-                                   "{\"key\":\"parity\",\"value\":2}, 5,"
+                                   "{\"key\":\"parity\",\"value\":2}, 5, {\"group\":\"PRINTER\"},"
+                                   "{\"group\":\"AV_268\",\"key\":\"printerType\",\"value\":2},"
+                                   "{\"group\":\"CUSTOM_VKP_80\",\"key\":\"paperTypeId\",\"value\":9},"
                                    "{\"group\":\"CUSTOM_VKP_80\",\"key\":\"defaultFont\",\"value\":\"Mono\"}]");
     QCOMPARE(result.exitCode, 1);
-    QCOMPARE(result.errors.count('\n'), 3);
-    QVERIFY(result.errors.contains("AV_268 parity: the group"));
-    QVERIFY(result.errors.contains("parity: the descriptor has no \"group\""));
+    const QByteArray place = "printsrv: standard input: element ";
+    const QByteArrayList errors = result.errors.split('\n');
+    QVERIFY(errors.value(0).startsWith(place + "3: AV_268 parity: the group 'AV_268' is not"));
+    QCOMPARE(errors.value(1), place + "4: parity: the descriptor has no \"group\"");
+    QCOMPARE(errors.value(2), place + "5: the descriptor has no \"group\"");
+    QCOMPARE(errors.value(3), place + "6: PRINTER: the descriptor has no \"key\"");
+    QCOMPARE(errors.value(4), place + "7: AV_268 printerType: it stands in the group 'PRINTER'");
+    QVERIFY(errors.value(5).startsWith("printsrv: warning: CUSTOM_VKP_80 has the papers 0, "));
+    QCOMPARE(errors.size(), 7);
     QCOMPARE(entry(runner, QStringLiteral("CUSTOM_VKP_80/defaultFont")).toString(), QStringLiteral("Mono"));
 }
 
@@ -224,6 +234,8 @@ void TestPrintsrvSettings::refusesWrongFiles_data()
                             << "t.ini" << QByteArray("<xml/>\n[") << QByteArray("t.ini: no INI file");
     QTest::newRow("no JSON") << "list"
                              << "t.json" << QByteArray("[\n {]") << QByteArray("t.json:2:3: no JSON");
+    QTest::newRow("empty") << "list"
+                           << "t.json" << QByteArray() << QByteArray("t.json: is empty, where JSON is expected");
     QTest::newRow("no list") << "list"
                              << "t.json" << QByteArray("{}") << QByteArray("no descriptor list");
     QTest::newRow("no folder") << "set printerType 3"

@@ -59,6 +59,7 @@ void TestPrintsrvState::encodes_data()
                       "\"tapeAvailable\":false}\n");
     QTest::newRow("no state") << "encode --service asleep" << 2 << QByteArray();
     QTest::newRow("too large") << "encode --device 65536" << 2 << QByteArray();
+    QTest::newRow("no name on a bus") << "watch --name bad" << 2 << QByteArray();
     QTest::newRow("no code") << "encode --error -1" << 2 << QByteArray();
 }
 
@@ -162,10 +163,11 @@ void TestPrintsrvState::publishesAndWatches()
     second.start(CommandRunner::command(), state(QStringLiteral("publish")));
     QVERIFY(second.waitForFinished());
     QCOMPARE(second.exitCode(), 1);
+    QVERIFY(second.readAllStandardError().contains("another program offers it"));
     publisher.closeWriteChannel();
     QVERIFY(publisher.waitForFinished());
     QCOMPARE(publisher.exitCode(), 1); // one text was broken
-    QVERIFY(publisher.readAllStandardError().contains("line 3: "));
+    QVERIFY(publisher.readAllStandardError().contains("standard input:3:2: no JSON"));
     daemon.terminate();
     QVERIFY(daemon.waitForFinished());
 }

@@ -251,7 +251,7 @@ void TestPrintsrvTest::refusals_data()
     row("no paper", "render.options", "--paper 9", "./render.options: PNG has no paper 9");
     row("argument", "render.options", "b.cpt", "./render.options: 'b.cpt' is one argument too many");
     row("output", "render.options", "-o x", "./render.options: Unknown option 'o'");
-    row("broken data", "a.json", "{", "./a.json:1:2: no JSON");
+    row("broken data", "a.json", "{", "./a.json:1:1: no JSON");
     row("no template", "b.json", "{}", "./template.cpt: not read: No such file");
     row("empty template", "a.cpt", "", "./a.cpt: is empty");
     row("no text", "a.cpt", "\xFF", "./a.cpt:1: is no text in UTF-8");

@@ -6,6 +6,8 @@
 #include "outputwriter.h"
 #include "report.h"
 
+#include <algorithm>
+
 namespace printsrv {
 
 CommandLine::CommandLine(const QString &name, const QString &description, const QStringList &examples)
@@ -30,8 +32,10 @@ void CommandLine::addOption(const QStringList &names, const QString &description
 
 void CommandLine::addArgument(const QString &name, const QString &description, EPresence presence)
 {
-    const bool isRequired = presence == EPresence::Required;
+    const bool isRequired = presence == EPresence::Required || presence == EPresence::MayBeEmpty;
+    m_mayBeEmpty = presence == EPresence::MayBeEmpty ? m_argumentNames.size() : m_mayBeEmpty;
     m_requiredArguments += isRequired ? 1 : 0;
+    m_names.append(name);
     m_isLastRepeated = presence == EPresence::Repeated;
     const QString shown = m_isLastRepeated ? name + QStringLiteral("...") : name;
     m_argumentNames.append(isRequired ? shown : QLatin1Char('[') + shown + QLatin1Char(']'));
@@ -45,7 +49,7 @@ std::optional<ExitCode> CommandLine::parse(const QStringList &arguments)
         return writeStandardOutput(helpText().toUtf8()) == EWriteResult::Failed ? ExitWrongInput : ExitDone;
     }
     if (!isUnderstood) {
-        return usageError(m_parser.errorText());
+        return usageError(m_parser.errorText() + dashHint(arguments));
     }
     const QStringList given = m_parser.positionalArguments();
     if (given.size() < m_requiredArguments) {
@@ -53,6 +57,33 @@ std::optional<ExitCode> CommandLine::parse(const QStringList &arguments)
     }
     if (given.size() > m_argumentNames.size() && !m_isLastRepeated) {
         return usageError(QStringLiteral("'%1' is one argument too many.").arg(given.value(m_argumentNames.size())));
+    }
+    return emptyArgument();
+}
+
+/** What a value that was taken for an option needs; empty when there is none. */
+QString CommandLine::dashHint(const QStringList &arguments)
+{
+    const bool isNumber = std::any_of(arguments.begin(), arguments.end(), [](const QString &argument) {
+        return argument.size() > 1 && argument.at(0) == QLatin1Char('-') && argument.at(1).isDigit();
+    });
+    return isNumber ? QStringLiteral(" A value that begins with '-' goes behind '--'.") : QString();
+}
+
+/** Refuses names that are empty, as a script gives them whose variable is not set. */
+std::optional<ExitCode> CommandLine::emptyArgument() const
+{
+    const QStringList given = m_parser.positionalArguments();
+    for (int index = 0; index < given.size(); ++index) {
+        if (given.at(index).isEmpty() && index != m_mayBeEmpty) {
+            return usageError(m_names.value(qMin(index, m_names.size() - 1)) + QStringLiteral(" is empty."));
+        }
+    }
+    const QStringList options = m_parser.optionNames();
+    if (options.contains(QStringLiteral("o")) || options.contains(QStringLiteral("output"))) {
+        return value(QStringLiteral("output")).isEmpty()
+            ? std::optional<ExitCode>(usageError(QStringLiteral("--output needs the name of a file.")))
+            : std::nullopt;
     }
     return {};
 }
@@ -88,11 +119,14 @@ std::optional<int> CommandLine::number(const QString &option, int smallest, int 
     return {};
 }
 
-std::optional<int> CommandLine::choice(const QString &option, const QStringList &choices) const
+std::optional<int> CommandLine::choice(const QString &option, const QStringList &choices,
+                                       Qt::CaseSensitivity sensitivity) const
 {
-    const int index = choices.indexOf(value(option));
-    if (index >= 0) {
-        return index;
+    const QString given = value(option);
+    for (int index = 0; index < choices.size(); ++index) {
+        if (choices.at(index).compare(given, sensitivity) == 0) {
+            return index;
+        }
     }
     usageError(QStringLiteral("--%1 takes one of %2, not '%3'.")
                    .arg(option, choices.join(QStringLiteral(", ")), value(option)));

@@ -19,6 +19,7 @@ public:
     /** How often an argument may be given. */
     enum class EPresence {
         Required, /**< Exactly once. */
+        MayBeEmpty, /**< Exactly once, and it may be an empty text; for one argument only. */
         Optional, /**< Once or not at all. */
         Repeated, /**< Any number of times; for the last argument only. */
     };
@@ -61,7 +62,8 @@ public:
     std::optional<int> number(const QString &option, int smallest, int largest) const;
 
     /** The place of the value in @p choices; otherwise nothing, and standard error says so. */
-    std::optional<int> choice(const QString &option, const QStringList &choices) const;
+    std::optional<int> choice(const QString &option, const QStringList &choices,
+                              Qt::CaseSensitivity sensitivity = Qt::CaseSensitive) const;
 
     /** The argument at @p index, empty when it was not given. */
     QString argument(int index) const;
@@ -74,13 +76,17 @@ public:
 
 private:
     QString helpText() const;
+    static QString dashHint(const QStringList &arguments);
+    std::optional<ExitCode> emptyArgument() const;
 
     QString m_name;
+    QStringList m_names;
     QString m_place;
     QStringList m_examples;
     QCommandLineParser m_parser;
     QStringList m_argumentNames;
     int m_requiredArguments = 0;
+    int m_mayBeEmpty = -1;
     bool m_isLastRepeated = false;
 };
 

@@ -3,6 +3,8 @@
 
 #include "descriptorlist.h"
 
+#include "jsontext.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -44,9 +46,7 @@ Outcome<QVariantList> descriptorsFromJson(const QByteArray &json)
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
-        const QByteArray before = json.left(error.offset);
-        return Failure{QStringLiteral("no JSON: ") + error.errorString(), before.count('\n') + 1,
-                       qMax(1, before.size() - before.lastIndexOf('\n') - 1)}; // the parser stops behind the character
+        return jsonFailure(json, error);
     }
     if (!document.isArray()) {
         return Failure{QStringLiteral("no descriptor list: it is a JSON array of {\"group\", \"key\", \"value\"}")};

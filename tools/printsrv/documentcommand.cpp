@@ -35,7 +35,7 @@ ExitCode verify(const QStringList &arguments)
     const bool isOther = areGood && document.content != backup.content;
     QString text = verdict(document, {})
         + verdict(backup, isOther ? QStringLiteral(", another version than the document") : QString());
-    if (!document.isGood() && backup.isGood()) {
+    if (!document.isGood() && document.isRead && backup.isGood()) {
         text += QStringLiteral("'printsrv document restore' puts the backup back in place\n");
     }
     const ExitCode written = writeOutput({}, text.toUtf8());
@@ -91,6 +91,10 @@ ExitCode restore(const QStringList &arguments)
     const DocumentCopy document = inspectCopy(path);
     if (document.isGood()) {
         return writeOutput({}, QStringLiteral("%1: good, nothing to restore\n").arg(path).toUtf8());
+    }
+    if (!document.isRead) {
+        complain(QStringLiteral("%1: %2; nothing restored, as it may be good").arg(path, document.problem));
+        return ExitWrongInput;
     }
     const DocumentCopy backup = inspectCopy(backupPath(path));
     if (!backup.isGood()) {

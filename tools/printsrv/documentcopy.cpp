@@ -54,13 +54,13 @@ bool DocumentCopy::isGood() const
 DocumentCopy inspectCopy(const QString &path)
 {
     if (!QFileInfo::exists(path)) {
-        return {path, QStringLiteral("there is no such file"), {}};
+        return {path, QStringLiteral("there is no such file"), {}, true};
     }
     const Outcome<QByteArray> content = readInput(path);
     if (!content) {
-        return {path, content.failure().text, {}};
+        return {path, content.failure().text, {}, false};
     }
-    return {path, problemOf(*content, checksumPath(path)), *content};
+    return {path, problemOf(*content, checksumPath(path)), *content, true};
 }
 
 QString backupPath(const QString &path)

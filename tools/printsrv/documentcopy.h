@@ -18,6 +18,8 @@ struct DocumentCopy
     QString problem;
     /** The copy's bytes, as far as they could be read. */
     QByteArray content;
+    /** False when the file is there and could not be read: it may be good. */
+    bool isRead = true;
 
     /** True when the content has the checksum that stands beside it, and is a document. */
     bool isGood() const;

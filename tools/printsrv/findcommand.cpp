@@ -85,9 +85,6 @@ ExitCode writePlan(const Plan &plan)
 /** What is wrong with the arguments, in words; empty when nothing is. */
 QString mistake(const CommandLine &line)
 {
-    if (line.arguments().contains(QString())) {
-        return QStringLiteral("A PORT is empty.");
-    }
     if (line.isSet(QStringLiteral("record")) && line.value(QStringLiteral("record")).isEmpty()) {
         return QStringLiteral("--record takes the name of a file.");
     }

@@ -3,8 +3,6 @@
 
 #include "jsontext.h"
 
-#include <QJsonDocument>
-
 #include <cctype>
 
 namespace printsrv {
@@ -60,19 +58,6 @@ QByteArray markScalars(const QByteArray &json)
     return marked;
 }
 
-Failure syntaxError(const QByteArray &json, const QJsonParseError &error)
-{
-    if (json.trimmed().isEmpty()) {
-        return {QStringLiteral("is empty, where JSON is expected")};
-    }
-    const QByteArray before = json.left(error.offset);
-    const int lineStart = before.lastIndexOf('\n') + 1;
-    const QString hint
-        = error.error == QJsonParseError::IllegalUTF8String ? QStringLiteral("; the data must be in UTF-8") : QString();
-    return {QStringLiteral("no JSON: ") + error.errorString() + hint, before.count('\n') + 1,
-            QString::fromUtf8(before.mid(lineStart)).size() + 1};
-}
-
 } // namespace
 
 JsonScalar::JsonScalar(const QJsonValue &value)
@@ -95,12 +80,25 @@ QString JsonScalar::text() const
     return m_marked.mid(1);
 }
 
+Failure jsonFailure(const QByteArray &json, const QJsonParseError &error)
+{
+    if (json.trimmed().isEmpty()) {
+        return {QStringLiteral("is empty, where JSON is expected")};
+    }
+    const QByteArray before = json.left(error.offset);
+    const int lineStart = before.lastIndexOf('\n') + 1;
+    const QString hint
+        = error.error == QJsonParseError::IllegalUTF8String ? QStringLiteral("; the data must be in UTF-8") : QString();
+    return {QStringLiteral("no JSON: ") + error.errorString() + hint, before.count('\n') + 1,
+            qMax(1, QString::fromUtf8(before.mid(lineStart)).size())}; // the parser stops behind the character
+}
+
 Outcome<QJsonObject> parseJsonObject(const QByteArray &json)
 {
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
-        return syntaxError(json, error);
+        return jsonFailure(json, error);
     }
     if (!document.isObject()) {
         return Failure{QStringLiteral("no receipt: the data is a JSON object, {…}")};

@@ -7,6 +7,7 @@
 #include "outcome.h"
 
 #include <QByteArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace printsrv {
@@ -39,6 +40,9 @@ private:
  * A syntax error gives the parser's text with line and column.
  */
 [[nodiscard]] Outcome<QJsonObject> parseJsonObject(const QByteArray &json);
+
+/** What the parser's @p error in @p json says, with line and column. */
+Failure jsonFailure(const QByteArray &json, const QJsonParseError &error);
 
 } // namespace printsrv
 

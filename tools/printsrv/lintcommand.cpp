@@ -55,6 +55,9 @@ void addOptions(CommandLine &line)
 ExitCode showCode(const CommandLine &line)
 {
     const QString name = line.value(QLatin1String("code"));
+    if (!line.arguments().isEmpty()) {
+        return line.usageError(QStringLiteral("--code shows a page, it does not look at '%1'.").arg(line.argument(0)));
+    }
     if (name == QLatin1String("list")) {
         return writeOutput({}, lintCodeNames().join(QLatin1Char('\n')).toUtf8() + '\n');
     }

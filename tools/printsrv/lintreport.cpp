@@ -82,7 +82,8 @@ QVector<Finding> errorsOf(const QVector<Finding> &findings)
 QByteArray lintPage(ELintCode code)
 {
     QFile page(QStringLiteral(":/lint/") + lintCodeName(code) + QStringLiteral(".md"));
-    return page.open(QIODevice::ReadOnly) ? page.readAll() : QByteArray();
+    const QByteArray text = page.open(QIODevice::ReadOnly) ? page.readAll() : QByteArray();
+    return text.mid(text.indexOf("# ")); // behind the licence
 }
 
 } // namespace printsrv

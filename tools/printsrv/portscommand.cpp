@@ -41,9 +41,6 @@ ExitCode runPorts(const QStringList &arguments)
     if (const auto code = line.parse(arguments)) {
         return *code;
     }
-    if (line.arguments().contains(QString())) {
-        return line.usageError(QStringLiteral("A PORT is empty."));
-    }
     QVector<PortFacts> ports;
     ExitCode code = ExitDone;
     const QStringList names = line.arguments();

@@ -113,9 +113,13 @@ QString contradiction(const CommandLine &line)
         return QLatin1String("--preview shows a picture: it goes neither with --format nor with --stream.");
     }
     const QString output = line.value(QLatin1String("output"));
-    if (line.isSet(QLatin1String("preview")) && isPictureName(output)) {
-        return QStringLiteral("--preview shows a picture as text, '%1' is a picture's name: give one of them.")
-            .arg(output);
+    if (isPictureName(output)) {
+        for (const char *option : {"preview", "explain"}) {
+            if (line.isSet(QLatin1String(option))) {
+                return QStringLiteral("--%1 writes text, '%2' is a picture's name: give one of them.")
+                    .arg(QLatin1String(option), output);
+            }
+        }
     }
     if (isOtherPictureName(output) && !line.isSet(QLatin1String("format"))) {
         return QStringLiteral("'%1': pictures are .png, .pdf or .svg; a text of that name needs --format.").arg(output);

@@ -4,6 +4,7 @@
 #include "settingschange.h"
 
 #include "descriptorlist.h"
+#include "report.h"
 
 #include <textprintersettings.h>
 
@@ -18,8 +19,11 @@ QVariant shownValue(const PrinterSettings &settings, const QString &group, const
     return index < 0 ? QVariant() : valueOf(list.at(index).toMap());
 }
 
-QString foreignGroup(const PrinterSettings &settings, const QString &group)
+QString foreignGroup(const PrinterSettings &settings, const QString &group, const QString &key)
 {
+    if (shownValue(settings, PrinterSettings::SECTION, key).isValid()) {
+        return QStringLiteral("it stands in the group '%1'").arg(PrinterSettings::SECTION);
+    }
     const QString printer = settings.printerId();
     return printer.isEmpty()
         ? QStringLiteral("no printer is chosen, so that the group '%1' is nobody's; set printerName first").arg(group)
@@ -68,6 +72,7 @@ ChangeResult store(PrinterSettings &settings, const QVariantMap &descriptor, con
     const QString group = groupOf(descriptor);
     const QString key = keyOf(descriptor);
     const QVariant wanted = valueOf(descriptor);
+    const LibrarySilence silence; // what it refuses is told here
     const bool isTaken = settings.setValue(descriptor);
     const QVariant after = shownValue(settings, group, key);
     if (isTaken && after == wanted) {
@@ -88,11 +93,13 @@ ChangeResult applyChange(PrinterSettings &settings, const QVariantMap &descripto
 {
     const QString group = groupOf(descriptor);
     const QString key = keyOf(descriptor);
-    if (!descriptor.contains(QStringLiteral("group"))) {
-        return {false, QStringLiteral("the descriptor has no \"group\""), {}};
+    for (const char *member : {"group", "key"}) {
+        if (!descriptor.contains(QLatin1String(member))) {
+            return {false, QStringLiteral("the descriptor has no \"%1\"").arg(QLatin1String(member)), {}};
+        }
     }
     if (group != PrinterSettings::SECTION && group != settings.printerId()) {
-        return {false, foreignGroup(settings, group), {}};
+        return {false, foreignGroup(settings, group, key), {}};
     }
     const QVariant before = shownValue(settings, group, key);
     if (!before.isValid()) {

@@ -15,6 +15,8 @@
 #include <textprintermodels.h>
 #include <textprintersettings.h>
 
+#include <QFileInfo>
+
 #include <memory>
 
 namespace printsrv {
@@ -25,6 +27,12 @@ namespace {
 class StoredSettings
 {
 public:
+    /** What it means that a file is not there which was asked for. */
+    enum class EMissingFile {
+        IsMade,
+        IsTold,
+    };
+
     static void addOptions(CommandLine &line)
     {
         line.addOption({QStringLiteral("kind")},
@@ -37,7 +45,8 @@ public:
     }
 
     // Reads the command line and then the file; what it returns ends the command.
-    [[nodiscard]] std::optional<ExitCode> open(CommandLine &line, const QStringList &arguments)
+    [[nodiscard]] std::optional<ExitCode> open(CommandLine &line, const QStringList &arguments,
+                                               EMissingFile missingFile = EMissingFile::IsMade)
     {
         if (const auto code = line.parse(arguments)) {
             return code;
@@ -51,8 +60,10 @@ public:
             : PrintSrvSettings().serviceDataPath() + QLatin1String("/settings.ini");
         const Outcome<QVariantList> loaded = SettingsStore(m_path).load();
         if (!loaded) {
-            complain(loaded.failure().at(m_path));
-            return ExitWrongInput;
+            return complainAt(loaded.failure(), m_path);
+        }
+        if (missingFile == EMissingFile::IsTold && line.isSet(QStringLiteral("file")) && !QFileInfo::exists(m_path)) {
+            complain(QStringLiteral("warning: there is no %1; these are the values without it").arg(m_path));
         }
         m_settings.reset(*kind == 0 ? static_cast<PrinterSettings *>(new TextPrinterSettings)
                                     : new SystemPrinterSettings);
@@ -60,18 +71,20 @@ public:
         return {};
     }
 
-    // Stores what was accepted and complains of the rest.
-    [[nodiscard]] ExitCode change(const QVariantList &descriptors)
+    // Stores what was accepted and complains of the rest, by its number when it is an element of the list.
+    [[nodiscard]] ExitCode change(const QVariantList &descriptors, const QString &listName = {})
     {
         QVariantList stored;
         bool isAsAsked = true;
-        for (const QVariant &element : descriptors) {
-            const ChangeResult result = applyChange(*m_settings, element.toMap());
+        for (int i = 0; i < descriptors.size(); ++i) {
+            const QVariantMap descriptor = descriptors.at(i).toMap();
+            const ChangeResult result = applyChange(*m_settings, descriptor);
             isAsAsked = isAsAsked && result.note.isEmpty();
-            complainOf(result, element.toMap());
+            complainOf(result, descriptor, listName.isEmpty() ? listName : elementName(listName, i));
             if (result.isStored) {
                 stored.append(result.stored);
                 warnOfUnknownPrinter(result.stored);
+                warnOfUnknownPaper(result.stored);
             }
         }
         const ExitCode code = stored.isEmpty() ? ExitDone : SettingsStore(m_path).save(stored);
@@ -93,10 +106,19 @@ public:
     }
 
 private:
-    static void complainOf(const ChangeResult &result, const QVariantMap &descriptor)
+    static QString elementName(const QString &listName, int index)
     {
+        const QString name = listName == QLatin1String("-") ? QStringLiteral("standard input") : listName;
+        return QStringLiteral("%1: element %2").arg(name).arg(index + 1);
+    }
+
+    static void complainOf(const ChangeResult &result, const QVariantMap &descriptor, const QString &place)
+    {
+        QStringList parts{place, QString(groupOf(descriptor) + QLatin1Char(' ') + keyOf(descriptor)).trimmed(),
+                          result.note};
+        parts.removeAll(QString());
         if (!result.note.isEmpty()) {
-            complain(QStringLiteral("%1 %2: %3").arg(groupOf(descriptor), keyOf(descriptor), result.note).trimmed());
+            complain(parts.join(QStringLiteral(": ")));
         }
     }
 
@@ -110,6 +132,25 @@ private:
         }
         if (id != TextPrinterModels::MODEL_PNG && settings->printerInfo(id).id() != id) {
             complain(QStringLiteral("warning: no model '%1'; 'printsrv models' lists those there are").arg(id));
+        }
+    }
+
+    // Nor does the paper of a model that the catalogue does not have.
+    void warnOfUnknownPaper(const QVariantMap &descriptor) const
+    {
+        const auto *settings = dynamic_cast<const TextPrinterSettings *>(m_settings.get());
+        if (settings == nullptr || keyOf(descriptor) != TextPrinterSettings::PAPER_TYPR_ID) {
+            return;
+        }
+        const auto papers = settings->printerInfo().paperTypes();
+        QStringList known;
+        const QList<int> numbers = papers.keys();
+        for (const int number : numbers) {
+            known.append(QString::number(number));
+        }
+        if (!papers.isEmpty() && !papers.contains(valueOf(descriptor).toInt())) {
+            complain(QStringLiteral("warning: %1 has the papers %2")
+                         .arg(settings->printerId(), known.join(QStringLiteral(", "))));
         }
     }
 
@@ -143,7 +184,7 @@ ExitCode list(const QStringList &arguments)
     StoredSettings::addOptions(line);
     line.addOption({QStringLiteral("json")}, QStringLiteral("Writes a JSON array of descriptors."));
     StoredSettings settings;
-    if (const auto code = settings.open(line, arguments)) {
+    if (const auto code = settings.open(line, arguments, StoredSettings::EMissingFile::IsTold)) {
         return *code;
     }
     const bool isJson = line.isSet(QStringLiteral("json"));
@@ -157,7 +198,7 @@ ExitCode get(const QStringList &arguments)
     StoredSettings::addOptions(line);
     line.addArgument(QStringLiteral("KEY"), QStringLiteral("Its key in the list."));
     StoredSettings settings;
-    if (const auto code = settings.open(line, arguments)) {
+    if (const auto code = settings.open(line, arguments, StoredSettings::EMissingFile::IsTold)) {
         return *code;
     }
     const QString key = line.argument(0);
@@ -177,7 +218,8 @@ void addSetOptions(CommandLine &line)
                    QStringLiteral("The setting's group; the one in which the list shows it unless given."),
                    QStringLiteral("GROUP"));
     line.addArgument(QStringLiteral("KEY"), QStringLiteral("Its key in the list."));
-    line.addArgument(QStringLiteral("VALUE"), QStringLiteral("The new value; after '--' when it begins with '-'."));
+    line.addArgument(QStringLiteral("VALUE"), QStringLiteral("The new value; after '--' when it begins with '-'."),
+                     CommandLine::EPresence::MayBeEmpty);
 }
 
 ExitCode set(const QStringList &arguments)
@@ -209,7 +251,7 @@ ExitCode exportList(const QStringList &arguments)
     line.addOption({QStringLiteral("o"), QStringLiteral("output")},
                    QStringLiteral("Writes to a file, completely or not at all."), QStringLiteral("FILE"));
     StoredSettings settings;
-    if (const auto code = settings.open(line, arguments)) {
+    if (const auto code = settings.open(line, arguments, StoredSettings::EMissingFile::IsTold)) {
         return *code;
     }
     return writeOutput(line.value(QStringLiteral("output")), descriptorsToJson(settings.list()));
@@ -232,10 +274,9 @@ ExitCode importList(const QStringList &arguments)
     const Outcome<QByteArray> json = readInput(path);
     const Outcome<QVariantList> descriptors = json ? descriptorsFromJson(*json) : json.failure();
     if (!descriptors) {
-        complain(descriptors.failure().at(path));
-        return ExitWrongInput;
+        return complainAt(descriptors.failure(), path);
     }
-    return settings.change(*descriptors);
+    return settings.change(*descriptors, path);
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 
 #include <QFileInfo>
 #include <QLockFile>
+#include <QTemporaryFile>
 
 #include <algorithm>
 
@@ -44,14 +45,23 @@ void putPrinterFirst(QVariantList &list)
                           [](const QVariant &element) { return groupOf(element.toMap()) == PrinterSettings::SECTION; });
 }
 
+// The lock does not say it.
+QString reasonOfNoFile(const QString &folder)
+{
+    QTemporaryFile attempt(folder + QLatin1String("/.printsrv-XXXXXX"));
+    const bool isWritten = attempt.open() && attempt.write("?") == 1 && attempt.flush();
+    return isWritten ? QString() : QStringLiteral(": ") + attempt.errorString();
+}
+
 QString lockFailure(QLockFile::LockError error, const QString &path)
 {
     const QString folder = QFileInfo(path).path();
     if (error == QLockFile::LockFailedError) {
         return QStringLiteral("another command has been writing it for %1 seconds").arg(LockTimeoutMs / 1000);
     }
-    return QFileInfo(folder).isDir() ? QStringLiteral("nothing can be written into the folder '%1'").arg(folder)
-                                     : QStringLiteral("there is no folder '%1'").arg(folder);
+    return QFileInfo(folder).isDir()
+        ? QStringLiteral("nothing can be written into the folder '%1'").arg(folder) + reasonOfNoFile(folder)
+        : QStringLiteral("there is no folder '%1'").arg(folder);
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusError>
+#include <QRegularExpression>
 #include <QSocketNotifier>
 
 #include <array>
@@ -34,9 +35,24 @@ void addBusOptions(CommandLine &line)
                    statebus::ServiceName);
 }
 
-// The bus that the options name; nothing when it cannot be reached, and standard error says so.
+// As the bus has it, "org.printsrv.State": two parts at least.
+bool isBusName(const QString &name)
+{
+    constexpr int LongestName = 255;
+    static const QRegularExpression form(
+        QStringLiteral("\\A[A-Za-z_-][A-Za-z0-9_-]*(\\.[A-Za-z_-][A-Za-z0-9_-]*)+\\z"));
+    return name.size() <= LongestName && form.match(name).hasMatch();
+}
+
+// The bus that the options name; nothing when they are wrong or it cannot be reached, and standard error says so.
 std::optional<QDBusConnection> busOf(const CommandLine &line, ExitCode &code)
 {
+    const QString name = line.value(QStringLiteral("name"));
+    if (!isBusName(name)) {
+        code = line.usageError(
+            QStringLiteral("--name takes a name like %1, not '%2'.").arg(statebus::ServiceName, name));
+        return {};
+    }
     const auto choice = line.choice(QStringLiteral("bus"), {QStringLiteral("session"), QStringLiteral("system")});
     if (!choice) {
         code = ExitUsage;
@@ -104,12 +120,12 @@ private:
         if (line.trimmed().isEmpty()) {
             return;
         }
-        setMessagePlace(QStringLiteral("line %1").arg(m_lines));
-        const auto state = readRecord(QString::fromUtf8(line));
+        const auto state = readRecord(line);
         if (state) {
             m_object.setState(PrintServiceStateTolbusWrapper(*state).toClientState());
         } else {
-            m_exitCode = ExitWrongInput;
+            const Failure failure{state.failure().text, m_lines, state.failure().column};
+            m_exitCode = complainAt(failure, QStringLiteral("-"));
         }
     }
 
@@ -129,7 +145,11 @@ ExitCode publishOn(QDBusConnection bus, const QString &name)
                              QDBusConnection::ExportScriptableContents | QDBusConnection::ExportAllProperties)
         && bus.registerService(name);
     if (!isOffered) {
-        complain(QStringLiteral("the name %1 cannot be had on the bus: %2").arg(name, bus.lastError().message()));
+        const QString reason = bus.lastError().message();
+        complain(
+            QStringLiteral("the name %1 cannot be had on the bus: %2")
+                .arg(name,
+                     reason.isEmpty() ? QStringLiteral("another program offers it; give another --name") : reason));
         return ExitWrongInput;
     }
     const StateReader reader(object);

@@ -183,13 +183,13 @@ ExitCode decode(const QStringList &arguments)
     }
     const Outcome<QByteArray> text = busText(line.argument(0));
     if (!text) {
-        complain(text.failure().at(line.argument(0)));
-        return ExitWrongInput;
+        return complainAt(text.failure(), line.argument(0));
     }
     client.setState(QString::fromUtf8(*text));
-    const auto record = readRecord(client.state());
+    const auto record = readRecord(*text);
     if (!record) {
-        return ExitWrongInput;
+        const bool isInput = line.argument(0) == QLatin1String("-");
+        return complainAt(record.failure(), isInput ? line.argument(0) : QStringLiteral("the bus text"));
     }
     if (line.value(QStringLiteral("type")).isEmpty()) {
         client.setStateType(PrintServiceStateTolbusWrapper(*record).toClientState().stateType());

@@ -3,6 +3,8 @@
 
 #include "statetext.h"
 
+#include "jsontext.h"
+
 #include <printservicestatetolbuswrapper.h>
 
 #include <QVector>
@@ -124,14 +126,18 @@ QString timeText(const QDateTime &time)
     return time.toUTC().toString(Qt::ISODateWithMs);
 }
 
-std::optional<PrintServiceState> readRecord(const QString &busText)
+Outcome<PrintServiceState> readRecord(const QByteArray &busText)
 {
+    QJsonParseError error{};
+    static_cast<void>(QJsonDocument::fromJson(busText, &error));
+    if (error.error != QJsonParseError::NoError) {
+        return jsonFailure(busText, error);
+    }
     ClientState sent;
     sent.setStateType(ClientState::NORMAL);
     sent.setDt(QDateTime::currentDateTime());
-    sent.setState(busText);
-    PrintServiceStateTolbusWrapper wrapper;
-    return wrapper.setClientState(sent) ? std::optional<PrintServiceState>(wrapper.state()) : std::nullopt;
+    sent.setState(QString::fromUtf8(busText));
+    return PrintServiceStateTolbusWrapper(sent).state();
 }
 
 QString stateLine(const ClientState &state)

@@ -26,8 +26,8 @@ QString deviceName(PrintServiceState::EDeviceState state);
 /** The time in UTC, ISO 8601 with milliseconds: "2024-03-05T10:00:00.000Z". */
 QString timeText(const QDateTime &time);
 
-/** The record of a bus text; nothing when it is no JSON, and standard error says so. */
-[[nodiscard]] std::optional<PrintServiceState> readRecord(const QString &busText);
+/** The record of a bus text; why it is no JSON otherwise. */
+[[nodiscard]] Outcome<PrintServiceState> readRecord(const QByteArray &busText);
 
 /** A client state as one line: time, type and text, parted by blanks. */
 QString stateLine(const tolbus::ClientState &state);

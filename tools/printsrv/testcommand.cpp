@@ -21,7 +21,8 @@ namespace {
 constexpr char Description[]
     = "Tests the receipts of a folder: makes each of its template and data and compares it with what\n"
       "is expected. NAME.cpt and NAME.json, or where one is missing template.cpt or template.json,\n"
-      "give NAME.txt, NAME.html, NAME.document and NAME.png; those that are there are compared.\n"
+      "give NAME.txt, NAME.html, NAME.document and NAME.png, each of which has to be there\n"
+      "unless --expect in render.options says otherwise.\n"
       "The file render.options of the folder holds options of 'printsrv render'.\n\n"
       "With --port, in place of a folder, verifies a configured printer: asks at the port, with the\n"
       "settings given, whether the model answers. Takes a few seconds at most.";
@@ -108,7 +109,7 @@ std::optional<PrintDeviceInfo> device(const CommandLine &line)
         }
     }
     const QStringList models = verifiableModels();
-    const auto model = line.choice(QStringLiteral("model"), models);
+    const auto model = line.choice(QStringLiteral("model"), models, Qt::CaseInsensitive);
     const auto baudRate = model ? line.number(QStringLiteral("baud"), 1, HighestBaudRate) : std::nullopt;
     const auto parity = baudRate ? line.choice(QStringLiteral("parity"), names(Parities)) : std::nullopt;
     const auto flow = parity ? line.choice(QStringLiteral("flow"), names(FlowControls)) : std::nullopt;
@@ -127,8 +128,20 @@ std::optional<PrintDeviceInfo> device(const CommandLine &line)
     return result;
 }
 
-ExitCode verify(const PrintDeviceInfo &wanted, const QString &recording, EReportForm form)
+// Some models have settings of their own, whatever they are asked with.
+bool isAsAsked(const CommandLine &line, const PortSettings &wanted, const PortSettings &found)
 {
+    const auto isOther = [&](const char *option, int asked, int answered) {
+        return line.isSet(QLatin1String(option)) && asked != answered;
+    };
+    return !isOther("baud", wanted.baudRate(), found.baudRate()) && !isOther("parity", wanted.parity(), found.parity())
+        && !isOther("flow", wanted.flowControl(), found.flowControl());
+}
+
+ExitCode verify(const CommandLine &line, const PrintDeviceInfo &wanted)
+{
+    const QString recording = line.value(QStringLiteral("record"));
+    const EReportForm form = line.isSet(QStringLiteral("json")) ? EReportForm::Json : EReportForm::Text;
     const PortFacts port = portFacts(wanted.settings().portName());
     WireListener listener;
     if (!recording.isEmpty() && !listener.record(recording)) {
@@ -137,11 +150,26 @@ ExitCode verify(const PrintDeviceInfo &wanted, const QString &recording, EReport
     }
     const QVector<Verdict> verdicts = runSearch(listener, {port}, [&](Search &run) { run.verify(port, wanted); });
     const ExitCode code = writeReport(verdicts, form);
-    const QString found = verdicts.first().device.deviceId();
-    if (!found.isEmpty() && found != wanted.deviceId()) {
-        complain(QStringLiteral("a %1 answers at '%2', not a %3").arg(found, port.name, wanted.deviceId()));
+    const Verdict &verdict = verdicts.first();
+    const QString found = verdict.device.deviceId();
+    if (found.isEmpty()) {
+        const bool mayBeSettings = verdict.kind == EVerdict::Silent || verdict.kind == EVerdict::Foreign;
+        if (mayBeSettings) {
+            complain(
+                QStringLiteral("no answer with these settings; 'printsrv find %1' tries the others").arg(port.name));
+        }
+        return ExitWrongInput;
     }
-    return code == ExitDone && found != wanted.deviceId() ? ExitWrongInput : code;
+    if (found != wanted.deviceId()) {
+        complain(QStringLiteral("a %1 answers at '%2', not a %3").arg(found, port.name, wanted.deviceId()));
+        return ExitWrongInput;
+    }
+    const PortSettings answered = verdict.device.settings();
+    if (!isAsAsked(line, wanted.settings(), answered)) {
+        complain(QStringLiteral("the %1 at '%2' answers only with %3").arg(found, port.name, settingsText(answered)));
+        return ExitWrongInput;
+    }
+    return code;
 }
 
 } // namespace
@@ -167,8 +195,7 @@ ExitCode runTest(const QStringList &arguments)
     if (!wanted) {
         return ExitUsage;
     }
-    return verify(*wanted, line.value(QStringLiteral("record")),
-                  line.isSet(QStringLiteral("json")) ? EReportForm::Json : EReportForm::Text);
+    return verify(line, *wanted);
 }
 
 } // namespace printsrv
