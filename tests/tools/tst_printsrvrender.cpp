@@ -74,11 +74,11 @@ QVector<RenderCase> renderCases()
         {"unknown format", total, "{}", "--format pdf", 2, "", "--format takes one of text"},
         {"unknown option", total, "{}", "--colour", 2, "", "colour.*--help"},
         {"target in no folder", total, "{}", "-o none/x", 1, "", "none/x: not written: No such file"},
-        {"target is a folder", total, "{}", "-o .", 1, "", "\\.: not written: .*directory"},
+        {"target is a folder", total, "{}", "-o folder", 1, "", "folder: not written: .*directory"},
         {"target is full", total, "{}", "-o /dev/full", 1, "", "/dev/full: not written: No space"},
         {"target without a name", total, "{}", "--output=", 2, "", "--output needs the name"},
         {"explanation in a picture", total, "{}", "--explain -o x.png", 2, "", "--explain writes text"},
-        {"document into a folder", total, "{}", "--format document -o .", 1, "", "Cannot write"},
+        {"document into a folder", total, "{}", "--format document -o folder", 1, "", "Cannot write"},
         {"stream with data", total, "{}", "--stream", 2, "", "--stream reads standard input"},
     };
 }
@@ -119,6 +119,7 @@ void TestPrintsrvRender::text()
     const CommandRunner runner;
     runner.write(QStringLiteral("t.cpt"), row.receiptTemplate);
     runner.write(QStringLiteral("data.json"), row.data);
+    QVERIFY(QDir(runner.path()).mkdir(QStringLiteral("folder")));
     const auto result
         = runner.run(QStringList{QStringLiteral("render"), QStringLiteral("t.cpt"), QStringLiteral("--data"),
                                  QStringLiteral("data.json"), QStringLiteral("--width"), QStringLiteral("10")}

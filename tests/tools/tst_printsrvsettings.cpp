@@ -216,7 +216,8 @@ void TestPrintsrvSettings::keepsItsOldFile()
     shell.setWorkingDirectory(runner.path());
     shell.start(QStringLiteral("sh"),
                 {QStringLiteral("-c"),
-                 prefix + CommandRunner::command() + QStringLiteral(" settings set printerType 3 --file t.ini")});
+                 prefix + QStringLiteral("TMPDIR=. ") + CommandRunner::command()
+                     + QStringLiteral(" settings set printerType 3 --file t.ini")});
     QVERIFY(shell.waitForFinished());
     QVERIFY(shell.exitStatus() == QProcess::CrashExit || shell.exitCode() != 0);
     QCOMPARE(runner.read(File), before);

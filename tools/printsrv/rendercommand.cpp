@@ -87,6 +87,22 @@ void addOptions(CommandLine &line)
     addPreviewOptions(line);
 }
 
+// What is wrong with the name of the output beside the other options; empty when nothing is.
+QString outputContradiction(const CommandLine &line)
+{
+    const QString output = line.value(QLatin1String("output"));
+    for (const char *option : {"preview", "explain"}) {
+        if (isPictureName(output) && line.isSet(QLatin1String(option))) {
+            return QStringLiteral("--%1 writes text, '%2' is a picture's name: give one of them.")
+                .arg(QLatin1String(option), output);
+        }
+    }
+    if (isOtherPictureName(output) && !line.isSet(QLatin1String("format"))) {
+        return QStringLiteral("'%1': pictures are .png, .pdf or .svg; a text of that name needs --format.").arg(output);
+    }
+    return {};
+}
+
 // What is wrong with the options taken together; empty when nothing is.
 QString contradiction(const CommandLine &line)
 {
@@ -112,19 +128,7 @@ QString contradiction(const CommandLine &line)
     if (line.isSet(QLatin1String("preview")) && (isStream || line.isSet(QLatin1String("format")))) {
         return QLatin1String("--preview shows a picture: it goes neither with --format nor with --stream.");
     }
-    const QString output = line.value(QLatin1String("output"));
-    if (isPictureName(output)) {
-        for (const char *option : {"preview", "explain"}) {
-            if (line.isSet(QLatin1String(option))) {
-                return QStringLiteral("--%1 writes text, '%2' is a picture's name: give one of them.")
-                    .arg(QLatin1String(option), output);
-            }
-        }
-    }
-    if (isOtherPictureName(output) && !line.isSet(QLatin1String("format"))) {
-        return QStringLiteral("'%1': pictures are .png, .pdf or .svg; a text of that name needs --format.").arg(output);
-    }
-    return {};
+    return outputContradiction(line);
 }
 
 /** False when an option of the paper is wrong, and standard error says so. */
