@@ -34,22 +34,14 @@ void TestConfiguration::reads_data()
     QTest::addColumn<QString>("workDir");
     QTest::addColumn<QString>("dataDir");
 
-    QTest::newRow("both") << QByteArray("[paths]\nworkDir=/w\ndataDir=/d\n") << "/w"
-                          << "/d";
-    QTest::newRow("data follows work") << QByteArray("[paths]\nworkDir=/w\n") << "/w"
-                                       << "/w";
-    QTest::newRow("work stays") << QByteArray("[paths]\ndataDir=/d\n") << "/var/lib/orbek"
-                                << "/d";
-    QTest::newRow("empty values") << QByteArray("[paths]\nworkDir=\ndataDir=\n") << "/var/lib/orbek"
-                                  << "/var/lib/orbek";
-    QTest::newRow("other section") << QByteArray("[path]\nworkDir=/w\n") << "/var/lib/orbek"
-                                   << "/var/lib/orbek";
-    QTest::newRow("empty file") << QByteArray() << "/var/lib/orbek"
-                                << "/var/lib/orbek";
-    QTest::newRow("comma") << QByteArray("[paths]\nworkDir=/a,b\n") << "/a,b"
-                           << "/a,b";
-    QTest::newRow("UTF-8") << QByteArray("[paths]\nworkDir=/чек\n") << QStringLiteral(u"/чек")
-                           << QStringLiteral(u"/чек");
+    addRow("both", QByteArray("[paths]\nworkDir=/w\ndataDir=/d\n"), "/w", "/d");
+    addRow("data follows work", QByteArray("[paths]\nworkDir=/w\n"), "/w", "/w");
+    addRow("work stays", QByteArray("[paths]\ndataDir=/d\n"), "/var/lib/orbek", "/d");
+    addRow("empty values", QByteArray("[paths]\nworkDir=\ndataDir=\n"), "/var/lib/orbek", "/var/lib/orbek");
+    addRow("other section", QByteArray("[path]\nworkDir=/w\n"), "/var/lib/orbek", "/var/lib/orbek");
+    addRow("empty file", QByteArray(), "/var/lib/orbek", "/var/lib/orbek");
+    addRow("comma", QByteArray("[paths]\nworkDir=/a,b\n"), "/a,b", "/a,b");
+    addRow("UTF-8", QByteArray("[paths]\nworkDir=/чек\n"), QStringLiteral(u"/чек"), QStringLiteral(u"/чек"));
 }
 
 void TestConfiguration::reads()

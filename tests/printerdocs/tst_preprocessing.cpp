@@ -81,30 +81,18 @@ void tst_Preprocessing::extractAttr_data()
     QTest::addColumn<QString>("left");
     QTest::addColumn<int>("posAfter");
 
-    QTest::newRow("four characters") << "<DATE>" << 0 << "DATE"
-                                     << "" << 0;
-    QTest::newRow("three characters") << "<SUM>a<DATE>" << 0 << ""
-                                      << "<SUM>a<DATE>" << 5;
-    QTest::newRow("inside") << "ab<TOTAL,0.00>c" << 0 << "TOTAL,0.00"
-                            << "abc" << 2;
-    QTest::newRow("from a position") << "<NAME><DATE>" << 6 << "DATE"
-                                     << "<NAME>" << 6;
-    QTest::newRow("behind its start") << "<NAME>a" << 1 << ""
-                                      << "<NAME>a" << 7;
-    QTest::newRow("no tag") << "abc" << 0 << ""
-                            << "abc" << 3;
-    QTest::newRow("unclosed") << "ab<NAME" << 0 << ""
-                              << "ab<NAME" << 7;
-    QTest::newRow("end before start") << "a>b<NAME>" << 0 << "NAME"
-                                      << "a>b" << 3;
-    QTest::newRow("two starts") << "<<NAM>" << 0 << "<NAM"
-                                << "" << 0;
-    QTest::newRow("no characters") << "<>a" << 0 << ""
-                                   << "<>a" << 2;
-    QTest::newRow("past the end") << "abc" << 9 << ""
-                                  << "abc" << 3;
-    QTest::newRow("empty line") << "" << 0 << ""
-                                << "" << 0;
+    addRow("four characters", "<DATE>", 0, "DATE", "", 0);
+    addRow("three characters", "<SUM>a<DATE>", 0, "", "<SUM>a<DATE>", 5);
+    addRow("inside", "ab<TOTAL,0.00>c", 0, "TOTAL,0.00", "abc", 2);
+    addRow("from a position", "<NAME><DATE>", 6, "DATE", "<NAME>", 6);
+    addRow("behind its start", "<NAME>a", 1, "", "<NAME>a", 7);
+    addRow("no tag", "abc", 0, "", "abc", 3);
+    addRow("unclosed", "ab<NAME", 0, "", "ab<NAME", 7);
+    addRow("end before start", "a>b<NAME>", 0, "NAME", "a>b", 3);
+    addRow("two starts", "<<NAM>", 0, "<NAM", "", 0);
+    addRow("no characters", "<>a", 0, "", "<>a", 2);
+    addRow("past the end", "abc", 9, "", "abc", 3);
+    addRow("empty line", "", 0, "", "", 0);
 }
 
 void tst_Preprocessing::extractAttr()
@@ -122,24 +110,12 @@ void tst_Preprocessing::extractFormat_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("format");
 
-    QTest::newRow("none") << "TOTAL"
-                          << "TOTAL"
-                          << "";
-    QTest::newRow("format") << "TOTAL,0.00"
-                            << "TOTAL"
-                            << "0.00";
-    QTest::newRow("first comma") << "TOTAL,0,00"
-                                 << "TOTAL"
-                                 << "0,00";
-    QTest::newRow("empty format") << "TOTAL,"
-                                  << "TOTAL"
-                                  << "";
-    QTest::newRow("empty name") << ",0.00"
-                                << ""
-                                << "0.00";
-    QTest::newRow("blanks stay") << "TOTAL , 0"
-                                 << "TOTAL "
-                                 << " 0";
+    addRow("none", "TOTAL", "TOTAL", "");
+    addRow("format", "TOTAL,0.00", "TOTAL", "0.00");
+    addRow("first comma", "TOTAL,0,00", "TOTAL", "0,00");
+    addRow("empty format", "TOTAL,", "TOTAL", "");
+    addRow("empty name", ",0.00", "", "0.00");
+    addRow("blanks stay", "TOTAL , 0", "TOTAL ", " 0");
 }
 
 void tst_Preprocessing::extractFormat()
@@ -186,45 +162,19 @@ void tst_Preprocessing::removeGroupIfZero_data()
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("empty") << 4 << "a[b ]c"
-                           << ""
-                           << "ac";
-    QTest::newRow("zero") << 4 << "a[b 0.00 c]d"
-                          << "0.00"
-                          << "ad";
-    QTest::newRow("negative zero") << 4 << "a[b -0.00]d"
-                                   << "-0.00"
-                                   << "ad";
-    QTest::newRow("1e-12") << 1 << "[1e-12]"
-                           << "1e-12"
-                           << "";
-    QTest::newRow("more than 1e-12") << 1 << "[-1.1e-12]"
-                                     << "-1.1e-12"
-                                     << "[-1.1e-12]";
-    QTest::newRow("number") << 1 << "[5.00]"
-                            << "5.00"
-                            << "[5.00]";
-    QTest::newRow("word") << 1 << "[zero]"
-                          << "zero"
-                          << "[zero]";
-    QTest::newRow("inner group") << 4 << "[a[b0]c]"
-                                 << "0"
-                                 << "[ac]";
-    QTest::newRow("outer group") << 5 << "[a[b]0[c]d]e"
-                                 << "0"
-                                 << "e";
-    QTest::newRow("no group") << 1 << "a0b"
-                              << "0"
-                              << "a0b";
-    QTest::newRow("no end") << 1 << "[0"
-                            << "0"
-                            << "[0";
-    QTest::newRow("no start") << 0 << "0]"
-                              << "0"
-                              << "0]";
-    QTest::newRow("beside a group") << 3 << "[a]0[b]"
-                                    << "0"
-                                    << "[a]0[b]";
+    addRow("empty", 4, "a[b ]c", "", "ac");
+    addRow("zero", 4, "a[b 0.00 c]d", "0.00", "ad");
+    addRow("negative zero", 4, "a[b -0.00]d", "-0.00", "ad");
+    addRow("1e-12", 1, "[1e-12]", "1e-12", "");
+    addRow("more than 1e-12", 1, "[-1.1e-12]", "-1.1e-12", "[-1.1e-12]");
+    addRow("number", 1, "[5.00]", "5.00", "[5.00]");
+    addRow("word", 1, "[zero]", "zero", "[zero]");
+    addRow("inner group", 4, "[a[b0]c]", "0", "[ac]");
+    addRow("outer group", 5, "[a[b]0[c]d]e", "0", "e");
+    addRow("no group", 1, "a0b", "0", "a0b");
+    addRow("no end", 1, "[0", "0", "[0");
+    addRow("no start", 0, "0]", "0", "0]");
+    addRow("beside a group", 3, "[a]0[b]", "0", "[a]0[b]");
 }
 
 void tst_Preprocessing::removeGroupIfZero()
@@ -326,11 +276,10 @@ void tst_Preprocessing::limits_data()
     QTest::addColumn<QString>("expected");
 
     const QString text(1000, QLatin1Char('x'));
-    QTest::newRow("names itself") << "x<SELF>" << QString(10000, QLatin1Char('x')) + QStringLiteral("<SELF>");
-    QTest::newRow("names itself alone") << "<SELF>"
-                                        << "<SELF>";
-    QTest::newRow("grows") << QString(text + QStringLiteral("<SELF>"))
-                           << QString(1048000, QLatin1Char('x')) + QStringLiteral("<SELF>");
+    addRow("names itself", "x<SELF>", QString(10000, QLatin1Char('x')) + QStringLiteral("<SELF>"));
+    addRow("names itself alone", "<SELF>", "<SELF>");
+    addRow("grows", QString(text + QStringLiteral("<SELF>")),
+           QString(1048000, QLatin1Char('x')) + QStringLiteral("<SELF>"));
 }
 
 void tst_Preprocessing::limits()
@@ -359,9 +308,9 @@ void tst_Preprocessing::limitOfAllLines_data()
     QTest::addColumn<int>("lastFilled");
 
     const QString text(500000, QLatin1Char('x'));
-    QTest::newRow("in many lines") << text << "<LONG>" << 100 << 33;
-    QTest::newRow("in groups that vanish")
-        << QString(QStringLiteral("[<ZERO>") + text + QStringLiteral("]xx<LONG>")) << "<LONG>" << 2 << 0;
+    addRow("in many lines", text, "<LONG>", 100, 33);
+    addRow("in groups that vanish", QString(QStringLiteral("[<ZERO>") + text + QStringLiteral("]xx<LONG>")), "<LONG>",
+           2, 0);
 }
 
 void tst_Preprocessing::limitOfAllLines()

@@ -153,20 +153,18 @@ void tst_ReceiptConversions::html_data()
     QTest::addColumn<QString>("expected");
 
     const char *const left = "colspan=\"2\" align = \"left\"";
-    QTest::newRow("left") << "a" << row(left, "<font size = 1>a</font>");
-    QTest::newRow("right") << "<R>a" << row("colspan=\"2\" align = \"right\"", "<font size = 1>a</font>");
-    QTest::newRow("centre") << "<C>a" << row("colspan=\"2\" align = \"center\"", "<font size = 1>a</font>");
-    QTest::newRow("empty") << ""
-                           << "<br>";
-    QTest::newRow("blank") << "<C>  "
-                           << "<br>";
-    QTest::newRow("escaped") << "a&\"b\"<#60><#62>" << row(left, "<font size = 1>a&amp;&quot;b&quot;&lt;&gt;</font>");
-    QTest::newRow("nested") << "<B><N><U>a" << row(left, "<b><i><u><font size = 1>a</font></u></i></b>");
-    QTest::newRow("runs") << "a<B:>b<:B>c"
-                          << row(left, "<font size = 1>a</font><b><font size = 1>b</font></b><font size = 1>c</font>");
-    QTest::newRow("fonts") << "<F2>a<F4>b" << row(left, "<font size = 2>a</font><font size = 4>b</font>");
-    QTest::newRow("double") << "<F2><W2><H2>a" << row(left, "<font size = 4>a</font>");
-    QTest::newRow("double width") << "<F2><W2>a" << row(left, "<font size = 2>a</font>");
+    addRow("left", "a", row(left, "<font size = 1>a</font>"));
+    addRow("right", "<R>a", row("colspan=\"2\" align = \"right\"", "<font size = 1>a</font>"));
+    addRow("centre", "<C>a", row("colspan=\"2\" align = \"center\"", "<font size = 1>a</font>"));
+    addRow("empty", "", "<br>");
+    addRow("blank", "<C>  ", "<br>");
+    addRow("escaped", "a&\"b\"<#60><#62>", row(left, "<font size = 1>a&amp;&quot;b&quot;&lt;&gt;</font>"));
+    addRow("nested", "<B><N><U>a", row(left, "<b><i><u><font size = 1>a</font></u></i></b>"));
+    addRow("runs", "a<B:>b<:B>c",
+           row(left, "<font size = 1>a</font><b><font size = 1>b</font></b><font size = 1>c</font>"));
+    addRow("fonts", "<F2>a<F4>b", row(left, "<font size = 2>a</font><font size = 4>b</font>"));
+    addRow("double", "<F2><W2><H2>a", row(left, "<font size = 4>a</font>"));
+    addRow("double width", "<F2><W2>a", row(left, "<font size = 2>a</font>"));
 }
 
 void tst_ReceiptConversions::html()
@@ -216,18 +214,12 @@ void tst_ReceiptConversions::blocks_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("left") << "a\nb"
-                          << "0:|a|b";
-    QTest::newRow("another alignment") << "<C>a"
-                                       << "0: 2:a";
-    QTest::newRow("joined by alignment") << "a\n<C>b\n<C>c\n<R>d\ne"
-                                         << "0:|a 2:b|c 1:d 0:e";
-    QTest::newRow("an empty line keeps the alignment") << "<C>a\n\nb"
-                                                       << "0: 2:a| 0:b";
-    QTest::newRow("full width") << "a<S>b\n"
-                                << "0: 3:a\tb|";
-    QTest::newRow("one empty line") << ""
-                                    << "0:|";
+    addRow("left", "a\nb", "0:|a|b");
+    addRow("another alignment", "<C>a", "0: 2:a");
+    addRow("joined by alignment", "a\n<C>b\n<C>c\n<R>d\ne", "0:|a 2:b|c 1:d 0:e");
+    addRow("an empty line keeps the alignment", "<C>a\n\nb", "0: 2:a| 0:b");
+    addRow("full width", "a<S>b\n", "0: 3:a\tb|");
+    addRow("one empty line", "", "0:|");
 }
 
 void tst_ReceiptConversions::blocks()
@@ -259,36 +251,21 @@ void tst_ReceiptConversions::escapeValue_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("nothing to do") << "Milk 3,2 % > \"x\" & y"
-                                   << "Milk 3,2 % > \"x\" & y";
-    QTest::newRow("tags and groups") << "<TOTAL>[x]"
-                                     << "<TOTAL>[x]";
-    QTest::newRow("equals sign") << "a=b"
-                                 << "a=b";
-    QTest::newRow("number") << "007"
-                            << "007";
-    QTest::newRow("zero") << "0"
-                          << "0";
-    QTest::newRow("number with a comma") << " 12,50 "
-                                         << " 12,50 ";
-    QTest::newRow("number by another name") << "inf"
-                                            << "inf";
-    QTest::newRow("no number") << "nan"
-                               << "nan";
-    QTest::newRow("zero of many digits") << "0000000000000000000"
-                                         << "0000000000000000000";
-    QTest::newRow("tiny number") << "0.000000000000000001"
-                                 << "0.000000000000000001";
-    QTest::newRow("controls") << "a\tb\nc\x1b\x01"
-                              << "abc";
-    QTest::newRow("only controls") << "\t\n"
-                                   << "";
-    QTest::newRow("blank") << " "
-                           << " ";
-    QTest::newRow("empty") << ""
-                           << "";
-    QTest::newRow("long number") << "12345678901234567890"
-                                 << "12345678901234567890";
+    addRow("nothing to do", "Milk 3,2 % > \"x\" & y", "Milk 3,2 % > \"x\" & y");
+    addRow("tags and groups", "<TOTAL>[x]", "<TOTAL>[x]");
+    addRow("equals sign", "a=b", "a=b");
+    addRow("number", "007", "007");
+    addRow("zero", "0", "0");
+    addRow("number with a comma", " 12,50 ", " 12,50 ");
+    addRow("number by another name", "inf", "inf");
+    addRow("no number", "nan", "nan");
+    addRow("zero of many digits", "0000000000000000000", "0000000000000000000");
+    addRow("tiny number", "0.000000000000000001", "0.000000000000000001");
+    addRow("controls", "a\tb\nc\x1b\x01", "abc");
+    addRow("only controls", "\t\n", "");
+    addRow("blank", " ", " ");
+    addRow("empty", "", "");
+    addRow("long number", "12345678901234567890", "12345678901234567890");
 }
 
 void tst_ReceiptConversions::escapeValue()

@@ -98,32 +98,19 @@ void tst_ValueFormats::dates_data()
     const QDate date(2024, 3, 5);
     const QTime time(14, 7, 9);
     const QDateTime both(date, time);
-    QTest::newRow("date") << QVariant(date) << "dd.mm.yyyy"
-                          << "05.03.2024";
-    QTest::newRow("date, slashes") << QVariant(date) << "dd/mm/yy"
-                                   << "05/03/24";
-    QTest::newRow("date, M") << QVariant(date) << "yyyy-MM-dd"
-                             << "2024-03-05";
-    QTest::newRow("date, default") << QVariant(date) << ""
-                                   << "05.03.24";
-    QTest::newRow("date, invalid") << QVariant(QDate()) << "dd.mm.yyyy"
-                                   << "";
-    QTest::newRow("date, unknown letters") << QVariant(date) << "dd!q"
-                                           << "05!q";
-    QTest::newRow("time") << QVariant(time) << "hh:nn:ss"
-                          << "14:07:09";
-    QTest::newRow("time, default") << QVariant(time) << ""
-                                   << "14:07";
-    QTest::newRow("time, Contract: m is a month") << QVariant(time) << "hh:mm"
-                                                  << "14:MM";
-    QTest::newRow("time, invalid") << QVariant(QTime()) << "hh:nn"
-                                   << "";
-    QTest::newRow("both") << QVariant(both) << "dd.mm.yyyy hh:nn"
-                          << "05.03.2024 14:07";
-    QTest::newRow("both, default") << QVariant(both) << ""
-                                   << "05.03.24 14:07";
-    QTest::newRow("both, invalid") << QVariant(QDateTime()) << ""
-                                   << "";
+    addRow("date", QVariant(date), "dd.mm.yyyy", "05.03.2024");
+    addRow("date, slashes", QVariant(date), "dd/mm/yy", "05/03/24");
+    addRow("date, M", QVariant(date), "yyyy-MM-dd", "2024-03-05");
+    addRow("date, default", QVariant(date), "", "05.03.24");
+    addRow("date, invalid", QVariant(QDate()), "dd.mm.yyyy", "");
+    addRow("date, unknown letters", QVariant(date), "dd!q", "05!q");
+    addRow("time", QVariant(time), "hh:nn:ss", "14:07:09");
+    addRow("time, default", QVariant(time), "", "14:07");
+    addRow("time, Contract: m is a month", QVariant(time), "hh:mm", "14:MM");
+    addRow("time, invalid", QVariant(QTime()), "hh:nn", "");
+    addRow("both", QVariant(both), "dd.mm.yyyy hh:nn", "05.03.2024 14:07");
+    addRow("both, default", QVariant(both), "", "05.03.24 14:07");
+    addRow("both, invalid", QVariant(QDateTime()), "", "");
 }
 
 void tst_ValueFormats::dates()
@@ -153,30 +140,18 @@ void tst_ValueFormats::nameToVal_data()
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("int") << QVariant(7) << "000"
-                         << "007";
-    QTest::newRow("unsigned") << QVariant(4000000000U) << ""
-                              << "4000000000";
-    QTest::newRow("64 bits") << QVariant(-5000000000LL) << "0"
-                             << "-5000000000";
-    QTest::newRow("unsigned 64 bits") << QVariant(quint64(1) << 63) << ""
-                                      << "9223372036854775807";
-    QTest::newRow("double") << QVariant(1.25) << "0.0"
-                            << "1.3";
-    QTest::newRow("double, default format") << QVariant(2.0) << ""
-                                            << "2.00";
-    QTest::newRow("text of an integer") << QVariant(QStringLiteral("5")) << "000"
-                                        << "005";
-    QTest::newRow("text of a decimal") << QVariant(QStringLiteral("12,5")) << "0.00"
-                                       << "12.50";
-    QTest::newRow("long number stays text") << QVariant(QStringLiteral("0012345678901234567")) << "0"
-                                            << "0012345678901234567";
-    QTest::newRow("text ignores the format") << QVariant(QStringLiteral("Milk")) << "0.00"
-                                             << "Milk";
-    QTest::newRow("bool") << QVariant(true) << "000"
-                          << "true";
-    QTest::newRow("no value") << QVariant() << "000"
-                              << "";
+    addRow("int", QVariant(7), "000", "007");
+    addRow("unsigned", QVariant(4000000000U), "", "4000000000");
+    addRow("64 bits", QVariant(-5000000000LL), "0", "-5000000000");
+    addRow("unsigned 64 bits", QVariant(quint64(1) << 63), "", "9223372036854775807");
+    addRow("double", QVariant(1.25), "0.0", "1.3");
+    addRow("double, default format", QVariant(2.0), "", "2.00");
+    addRow("text of an integer", QVariant(QStringLiteral("5")), "000", "005");
+    addRow("text of a decimal", QVariant(QStringLiteral("12,5")), "0.00", "12.50");
+    addRow("long number stays text", QVariant(QStringLiteral("0012345678901234567")), "0", "0012345678901234567");
+    addRow("text ignores the format", QVariant(QStringLiteral("Milk")), "0.00", "Milk");
+    addRow("bool", QVariant(true), "000", "true");
+    addRow("no value", QVariant(), "000", "");
 }
 
 void tst_ValueFormats::nameToVal()
@@ -196,36 +171,21 @@ void tst_ValueFormats::sums_data()
     QTest::addColumn<bool>("isSum");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("no sum") << "INT"
-                            << "0.00" << false << "INT";
-    QTest::newRow("empty") << ""
-                           << "0.00" << false << "";
-    QTest::newRow("two") << "INT+REAL"
-                         << "0.00" << true << "3.50";
-    QTest::newRow("three") << "INT+REAL+LONG"
-                           << "0.0" << true << "13.5";
-    QTest::newRow("default format") << "INT+INT"
-                                    << "" << true << "2.00";
-    QTest::newRow("whole") << "INT+REAL"
-                           << "000" << true << "004";
-    QTest::newRow("itself") << "REAL+REAL"
-                            << "0.0" << true << "5.0";
-    QTest::newRow("texts of numbers") << "TEXT+COMMA"
-                                      << "0.00" << true << "5.75";
-    QTest::newRow("long text of a number") << "INT+LONGTEXT"
-                                           << "0.00" << true << "1.25";
-    QTest::newRow("words add 0") << "INT+WORD"
-                                 << "0.00" << true << "1.00";
-    QTest::newRow("missing adds 0") << "INT+NONE"
-                                    << "0.00" << true << "1.00";
-    QTest::newRow("Contract: unsigned, bool and date add 0") << "INT+UINT+BOOL+DATE"
-                                                             << "0.00" << true << "1.00";
-    QTest::newRow("empty part") << "INT+"
-                                << "0.00" << true << "1.00";
-    QTest::newRow("plus alone") << "+"
-                                << "0.00" << true << "0.00";
-    QTest::newRow("blanks belong to the name") << "INT + REAL"
-                                               << "0.00" << true << "0.00";
+    addRow("no sum", "INT", "0.00", false, "INT");
+    addRow("empty", "", "0.00", false, "");
+    addRow("two", "INT+REAL", "0.00", true, "3.50");
+    addRow("three", "INT+REAL+LONG", "0.0", true, "13.5");
+    addRow("default format", "INT+INT", "", true, "2.00");
+    addRow("whole", "INT+REAL", "000", true, "004");
+    addRow("itself", "REAL+REAL", "0.0", true, "5.0");
+    addRow("texts of numbers", "TEXT+COMMA", "0.00", true, "5.75");
+    addRow("long text of a number", "INT+LONGTEXT", "0.00", true, "1.25");
+    addRow("words add 0", "INT+WORD", "0.00", true, "1.00");
+    addRow("missing adds 0", "INT+NONE", "0.00", true, "1.00");
+    addRow("Contract: unsigned, bool and date add 0", "INT+UINT+BOOL+DATE", "0.00", true, "1.00");
+    addRow("empty part", "INT+", "0.00", true, "1.00");
+    addRow("plus alone", "+", "0.00", true, "0.00");
+    addRow("blanks belong to the name", "INT + REAL", "0.00", true, "0.00");
 }
 
 void tst_ValueFormats::sums()

@@ -201,28 +201,17 @@ void TestPaperRenderer::character_data()
 
     const QByteArray none;
     const QByteArray byNumber("\x40");
-    QTest::newRow("codec has it") << "Ж№" << none << "cp866"
-                                  << "Ж№";
-    QTest::newRow("codec lacks it") << "«₽і" << none << "cp866"
-                                    << "???";
-    QTest::newRow("another code page has it") << "«і" << none << "windows-1251"
-                                              << "«і";
-    QTest::newRow("no codec") << "«₽і" << none << ""
-                              << "«₽і";
-    QTest::newRow("font lacks it") << "漢" << none << ""
-                                   << "?";
-    QTest::newRow("beyond 16 bits") << QString::fromUtf8("\xF0\x9F\x98\x80x") << none << ""
-                                    << "?x";
-    QTest::newRow("half a pair") << QString(QChar(0xD83D)) << none << ""
-                                 << "?";
-    QTest::newRow("byte of the code page") << QString(QChar(0x80)) << byNumber << "cp866"
-                                           << "А";
-    QTest::newRow("byte without a codec") << QString(QChar(0xC4)) << byNumber << ""
-                                          << "Ä";
-    QTest::newRow("control character") << QStringLiteral("a\x1b\x08") << none << "cp866"
-                                       << "a  ";
-    QTest::newRow("symbol without an image") << QStringLiteral("\2") << none << ""
-                                             << "?";
+    addRow("codec has it", "Ж№", none, "cp866", "Ж№");
+    addRow("codec lacks it", "«₽і", none, "cp866", "???");
+    addRow("another code page has it", "«і", none, "windows-1251", "«і");
+    addRow("no codec", "«₽і", none, "", "«₽і");
+    addRow("font lacks it", "漢", none, "", "?");
+    addRow("beyond 16 bits", QString::fromUtf8("\xF0\x9F\x98\x80x"), none, "", "?x");
+    addRow("half a pair", QString(QChar(0xD83D)), none, "", "?");
+    addRow("byte of the code page", QString(QChar(0x80)), byNumber, "cp866", "А");
+    addRow("byte without a codec", QString(QChar(0xC4)), byNumber, "", "Ä");
+    addRow("control character", QStringLiteral("a\x1b\x08"), none, "cp866", "a  ");
+    addRow("symbol without an image", QStringLiteral("\2"), none, "", "?");
 }
 
 void TestPaperRenderer::character()
@@ -321,26 +310,25 @@ void TestPaperRenderer::hostile_data()
     }();
     const int longest = PaperRenderer::LargestHeight;
     DocumentBlock endless = DocumentBlock::emptyBlock(100000, TextAlignLeft, INT_MAX);
-    QTest::newRow("lines without an end") << documentOf(endless) << int(PaperTooLong);
-    QTest::newRow("a line of a million characters")
-        << documentOf(QString(1000000, QLatin1Char('W')), QByteArray(3, '\x7F'), TextAlignCenter) << int(PaperNoError);
-    QTest::newRow("all characters") << documentOf(allCharacters) << int(PaperNoError);
-    QTest::newRow("a million TABs") << documentOf(QString(1000000, QLatin1Char('\t')), {}, TextAlignFullWidth)
-                                    << int(PaperNoError);
-    QTest::newRow("longest image") << documentOf(imageBlock(8, longest, longest)) << int(PaperNoError);
-    QTest::newRow("image too long") << documentOf(imageBlock(8, longest + 1, longest + 1)) << int(PaperTooLong);
-    QTest::newRow("image of one column") << documentOf(imageBlock(1, 100000000, 12500000)) << int(PaperTooLong);
-    QTest::newRow("image of more than 64 MiB")
-        << documentOf(imageBlock(8192, 65537, 65537 * 1024)) << int(PaperTooLong);
-    QTest::newRow("image of one row") << documentOf(imageBlock(INT_MAX / 64, 1, INT_MAX / 512)) << int(PaperNoError);
-    QTest::newRow("image that is not valid") << documentOf(imageBlock(INT_MAX, INT_MAX, 10)) << int(PaperNoError);
-    QTest::newRow("image without its last byte") << documentOf(imageBlock(9, 2, 2)) << int(PaperNoError);
+    addRow("lines without an end", documentOf(endless), int(PaperTooLong));
+    addRow("a line of a million characters",
+           documentOf(QString(1000000, QLatin1Char('W')), QByteArray(3, '\x7F'), TextAlignCenter), int(PaperNoError));
+    addRow("all characters", documentOf(allCharacters), int(PaperNoError));
+    addRow("a million TABs", documentOf(QString(1000000, QLatin1Char('\t')), {}, TextAlignFullWidth),
+           int(PaperNoError));
+    addRow("longest image", documentOf(imageBlock(8, longest, longest)), int(PaperNoError));
+    addRow("image too long", documentOf(imageBlock(8, longest + 1, longest + 1)), int(PaperTooLong));
+    addRow("image of one column", documentOf(imageBlock(1, 100000000, 12500000)), int(PaperTooLong));
+    addRow("image of more than 64 MiB", documentOf(imageBlock(8192, 65537, 65537 * 1024)), int(PaperTooLong));
+    addRow("image of one row", documentOf(imageBlock(INT_MAX / 64, 1, INT_MAX / 512)), int(PaperNoError));
+    addRow("image that is not valid", documentOf(imageBlock(INT_MAX, INT_MAX, 10)), int(PaperNoError));
+    addRow("image without its last byte", documentOf(imageBlock(9, 2, 2)), int(PaperNoError));
     DocumentBlock mismatch;
     mismatch.setText({QStringLiteral("a"), QStringLiteral("b")});
-    QTest::newRow("lists that do not fit") << documentOf(mismatch) << int(PaperNoError);
+    addRow("lists that do not fit", documentOf(mismatch), int(PaperNoError));
     DocumentBlock unknown;
     unknown.setType(static_cast<DocumentBlock::EBlockType>(99));
-    QTest::newRow("block of no type") << documentOf(unknown) << int(PaperNoError);
+    addRow("block of no type", documentOf(unknown), int(PaperNoError));
 }
 
 void TestPaperRenderer::hostile()

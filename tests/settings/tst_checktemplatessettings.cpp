@@ -83,20 +83,14 @@ void TestCheckTemplatesSettings::takesValues_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("fileName");
 
-    QTest::newRow("path") << descriptor(Section, PathKey, QStringLiteral("/n")) << true << "/n"
-                          << "default.cpt";
-    QTest::newRow("template") << descriptor(Section, TemplateKey, QStringLiteral("n")) << true << "/t"
-                              << "n";
-    QTest::newRow("empty template") << descriptor(Section, TemplateKey, QVariant()) << true << "/t" << QString();
-    QTest::newRow("number") << descriptor(Section, PathKey, 5) << true << "5"
-                            << "default.cpt";
-    QTest::newRow("key that is only a word")
-        << descriptor(Section, QStringLiteral("specsymbolsPath"), QStringLiteral("/n")) << false << "/t"
-        << "default.cpt";
-    QTest::newRow("other group") << descriptor(QStringLiteral("PRINTER"), PathKey, 1) << false << "/t"
-                                 << "default.cpt";
-    QTest::newRow("no group") << QVariantMap{{QStringLiteral("key"), PathKey}} << false << "/t"
-                              << "default.cpt";
+    addRow("path", descriptor(Section, PathKey, QStringLiteral("/n")), true, "/n", "default.cpt");
+    addRow("template", descriptor(Section, TemplateKey, QStringLiteral("n")), true, "/t", "n");
+    addRow("empty template", descriptor(Section, TemplateKey, QVariant()), true, "/t", QString());
+    addRow("number", descriptor(Section, PathKey, 5), true, "5", "default.cpt");
+    addRow("key that is only a word", descriptor(Section, QStringLiteral("specsymbolsPath"), QStringLiteral("/n")),
+           false, "/t", "default.cpt");
+    addRow("other group", descriptor(QStringLiteral("PRINTER"), PathKey, 1), false, "/t", "default.cpt");
+    addRow("no group", QVariantMap{{QStringLiteral("key"), PathKey}}, false, "/t", "default.cpt");
 }
 
 void TestCheckTemplatesSettings::takesValues()

@@ -32,6 +32,14 @@ public:
     /** expectMessage() of a critical line. */
     static void expectCritical(const QString &pattern);
 
+protected:
+    /** A row of test data in one call, for rows that operators would spread over many lines. */
+    template<typename... Values>
+    static void addRow(const char *name, const Values &...values)
+    {
+        (QTest::newRow(name) << ... << values);
+    }
+
 protected Q_SLOTS:
     /** Starts to listen; Qt Test calls it before each test function. */
     void init();

@@ -268,6 +268,9 @@ void TestPrintsrvFind::leavesPortsOut()
     const QByteArray json = CommandRunner().run({text("find"), text("--dry-run"), text("--json"), name}).output;
     QCOMPARE(QJsonDocument::fromJson(json).array().first().toObject().value(text("verdict")).toString(),
              text("planned"));
+    const auto missing = CommandRunner().run({text("find"), text("--dry-run"), text("ttyNone")});
+    QCOMPARE(missing.exitCode, 1);
+    QCOMPARE(missing.output, QByteArray("ttyNone: there is no /dev/ttyNone\n"));
     const auto result = CommandRunner().run({text("find"), text("--exclude=/dev/pts/*"), name});
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.errors.contains("no serial port to search"), result.errors.constData());

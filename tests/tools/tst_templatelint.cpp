@@ -107,8 +107,8 @@ void TestTemplateLint::finds_data()
 
     const auto row = [](const char *name, const char *text, const QVariantMap &attributes, const char *findings,
                         const char *entries = "", const char *options = "") {
-        QTest::newRow(name) << QString::fromUtf8(text) << attributes << QString::fromUtf8(entries)
-                            << QString::fromLatin1(options) << QString::fromLatin1(findings);
+        addRow(name, QString::fromUtf8(text), attributes, QString::fromUtf8(entries), QString::fromLatin1(options),
+               QString::fromLatin1(findings));
     };
     const auto name = [](const char *value) {
         return QVariantMap{{QStringLiteral("DOCNO"), 1}, {QStringLiteral("NAME"), QString::fromUtf8(value)}};
@@ -207,19 +207,13 @@ void TestTemplateLint::guessesNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("guess");
-    QTest::newRow("beginning") << "SUMM"
-                               << "SUM_TOTAL";
-    QTest::newRow("letters swapped") << "ADRDESS"
-                                     << "ADDRESS";
-    QTest::newRow("lower case") << "address"
-                                << "ADDRESS";
-    QTest::newRow("a part of it") << "TOTAL"
-                                  << "SUM_TOTAL";
-    QTest::newRow("nothing alike") << "CASHIER"
-                                   << "";
-    QTest::newRow("very long") << QString(10000, QLatin1Char('S')) << "";
-    QTest::newRow("empty") << ""
-                           << "";
+    addRow("beginning", "SUMM", "SUM_TOTAL");
+    addRow("letters swapped", "ADRDESS", "ADDRESS");
+    addRow("lower case", "address", "ADDRESS");
+    addRow("a part of it", "TOTAL", "SUM_TOTAL");
+    addRow("nothing alike", "CASHIER", "");
+    addRow("very long", QString(10000, QLatin1Char('S')), "");
+    addRow("empty", "", "");
 }
 
 void TestTemplateLint::guessesNames()

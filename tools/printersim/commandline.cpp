@@ -119,9 +119,12 @@ private:
         const QString name = m_parser.value(option("fault"));
         const auto fault = faultFromName(name.isEmpty() ? option("none") : name);
         misbehaviour->fault = fault.value_or(EFault::None);
-        return fault.has_value()
-            || fail(QStringLiteral("unknown fault \"%1\"; known are %2")
-                        .arg(name, faultNames().join(QLatin1String(", "))));
+        if (!fault.has_value()) {
+            return fail(
+                QStringLiteral("unknown fault \"%1\"; known are %2").arg(name, faultNames().join(QLatin1String(", "))));
+        }
+        return fault == EFault::Constant || !m_parser.isSet(option("byte"))
+            || fail(QStringLiteral("--byte is the answer of --fault constant, which is not set"));
     }
 
     bool readCast(Play *play)

@@ -70,16 +70,18 @@ void choosePorts(const CommandLine &line, Plan *plan)
     }
 }
 
+bool has(const QVector<Verdict> &verdicts, EVerdict kind)
+{
+    return std::any_of(verdicts.cbegin(), verdicts.cend(),
+                       [kind](const Verdict &verdict) { return verdict.kind == kind; });
+}
+
 ExitCode writePlan(const Plan &plan)
 {
     QVector<Verdict> verdicts;
-    for (const PortFacts &port : plan.ports) {
-        Verdict verdict;
-        verdict.kind = EVerdict::Planned;
-        verdict.port = port;
-        verdicts.append(verdict);
-    }
-    return writeReport(verdicts + plan.skipped, plan.form);
+    std::transform(plan.ports.cbegin(), plan.ports.cend(), std::back_inserter(verdicts), forecast);
+    const ExitCode code = writeReport(verdicts + plan.skipped, plan.form);
+    return code == ExitDone && !has(verdicts, EVerdict::Planned) ? ExitWrongInput : code;
 }
 
 /** What is wrong with the arguments, in words; empty when nothing is. */
@@ -110,9 +112,7 @@ ExitCode search(const Plan &plan)
         complain(QStringLiteral("the recording '%1' is not complete: %2").arg(plan.recording, listener.errorString()));
     }
     const ExitCode code = writeReport(verdicts + plan.skipped, plan.form);
-    const bool isFound = std::any_of(verdicts.cbegin(), verdicts.cend(),
-                                     [](const Verdict &verdict) { return verdict.kind == EVerdict::Found; });
-    return code == ExitDone && !isFound ? ExitWrongInput : code;
+    return code == ExitDone && !has(verdicts, EVerdict::Found) ? ExitWrongInput : code;
 }
 
 void addOptions(CommandLine *line)
@@ -127,7 +127,8 @@ void addOptions(CommandLine *line)
     line->addOption({QStringLiteral("exclude")},
                     QStringLiteral("Leaves ports out whose name matches, as \"ttyUSB*\"; may be repeated."),
                     QStringLiteral("PATTERN"));
-    line->addOption({QStringLiteral("dry-run")}, QStringLiteral("Tells which ports would be searched and opens none."));
+    line->addOption({QStringLiteral("dry-run")},
+                    QStringLiteral("Tells which ports would be searched, and why not the others; opens none."));
     line->addOption({QStringLiteral("json")}, QStringLiteral("Writes a JSON array with one object for each port."));
 }
 

@@ -117,6 +117,14 @@ Verdict judge(const PortFacts &port, const PortStory &story, const PrintDeviceIn
     return verdict;
 }
 
+Verdict forecast(const PortFacts &port)
+{
+    Verdict verdict;
+    verdict.port = port;
+    verdict.kind = port.access == EAccess::Allowed ? EVerdict::Planned : refusalKind(port);
+    return verdict;
+}
+
 QString toText(const Verdict &verdict)
 {
     return QStringLiteral("%1: %2%3")

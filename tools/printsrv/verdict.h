@@ -28,7 +28,7 @@ enum class EVerdict {
     Refused, /**< The system does not open it, for another reason. */
     Unfinished, /**< The search was ended before this port's turn was over. */
     Skipped, /**< Not searched: known to be something else. */
-    Planned, /**< A dry run, which searches nothing. */
+    Planned, /**< A search would open it. */
 };
 
 /** One line of a search's report. */
@@ -52,6 +52,10 @@ enum class ETurn {
 
 /** The verdict on a port that was searched; @p device is invalid when nothing was found there. */
 Verdict judge(const PortFacts &port, const PortStory &story, const PrintDeviceInfo &device, ETurn turn);
+
+/** What a dry run says of a port: that it would be searched, or why its file forbids that; who else uses it does not
+ * count. */
+Verdict forecast(const PortFacts &port);
 
 /** In words, "ttyS0: silent", without a line end. */
 QString toText(const Verdict &verdict);
