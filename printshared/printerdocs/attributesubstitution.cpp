@@ -136,7 +136,7 @@ QString AttributeSubstitution::rewritten(Tag tag, int number)
 void AttributeSubstitution::stop(int number) const
 {
     if (m_trace != nullptr) {
-        m_trace->stop();
+        m_trace->stop(0);
         return;
     }
     if (m_lengthLeft < 0) {

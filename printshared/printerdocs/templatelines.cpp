@@ -122,7 +122,9 @@ public:
         for (;;) {
             const int tag = indexOfTag(source, EntriesTag, next);
             if (tag < 0 || m_expansionsLeft == 0) {
-                warnOnce(tag);
+                if (tag >= 0) {
+                    warnOnce(tag - next);
+                }
                 append(next == 0 ? source : source.mid(next));
                 return;
             }
@@ -165,14 +167,15 @@ private:
         }
     }
 
-    void warnOnce(int tag)
+    /** Tells of the limit at the tag that is @p distance characters ahead. */
+    void warnOnce(int distance)
     {
-        if (tag < 0 || m_hasWarned) {
+        if (m_hasWarned) {
             return;
         }
         m_hasWarned = true;
         if (m_trace != nullptr) {
-            m_trace->stop();
+            m_trace->stop(distance);
             return;
         }
         qCWarning(printerDocsLog, "Line %d asks for the entries too often, the tag stays as it is",

@@ -29,6 +29,13 @@ void moveOver(Origins &from, Origins &to, int count)
     from.resize(from.size() - count);
 }
 
+/** The line from its other end. */
+Origins turned(Origins line)
+{
+    std::reverse(line.begin(), line.end());
+    return line;
+}
+
 } // namespace
 
 TraceRecorder::TraceRecorder(const QStringList &templateLines)
@@ -51,13 +58,15 @@ TraceRecorder::TraceRecorder(const QStringList &templateLines)
 
 void TraceRecorder::startPass()
 {
-    m_ahead.assign(std::make_move_iterator(m_kept.rbegin()), std::make_move_iterator(m_kept.rend()));
-    m_kept.clear();
+    m_ahead.clear();
+    for (; !m_kept.empty(); m_kept.pop_back()) {
+        m_ahead.push_back(turned(std::move(m_kept.back())));
+    }
 }
 
 void TraceRecorder::keepLine()
 {
-    m_kept.push_back(std::move(m_ahead.back()));
+    m_kept.push_back(turned(std::move(m_ahead.back())));
     m_ahead.pop_back();
 }
 
@@ -67,7 +76,7 @@ void TraceRecorder::dropLine(ELoss reason)
     if (reason == ELoss::EmptyLine) {
         addLoss(reason, m_first, m_last, m_firstSource, m_trace.m_sources.size() - m_firstSource);
     } else if (!line.isEmpty()) {
-        addLoss(reason, line.first(), line.last(), 0, 0);
+        addLoss(reason, line.last(), line.first(), 0, 0);
     }
     m_ahead.pop_back();
 }
@@ -83,22 +92,28 @@ void TraceRecorder::insertCopyMark(const QString &text)
 
 void TraceRecorder::insertEntries(const QStringList &entryLines, int tag, int tagLength)
 {
-    const Origins line = std::move(m_ahead.back());
+    Origins rest = std::move(m_ahead.back());
     m_ahead.pop_back();
+    Origins before;
+    moveOver(rest, before, tag);
     ReceiptTrace::Source source;
     source.kind = ESource::Entries;
     source.text = entryLines.join(QLatin1Char('\t'));
-    source.tag = line.at(tag);
+    source.tag = rest.last();
+    rest.resize(rest.size() - tagLength);
     const int index = addSource(source);
-    std::vector<Origins> inserted;
-    int begin = 0;
-    for (const QString &entry : entryLines) {
-        inserted.push_back(originsOf(index, begin, entry.size()));
-        begin += entry.size() + 1;
+    // From the last line, which goes on with what is left of the template's, to the first one behind what came before.
+    int end = source.text.size();
+    for (auto entry = entryLines.crbegin(); entry != entryLines.crend(); ++entry) {
+        const int begin = end - entry->size();
+        rest += turned(originsOf(index, begin, entry->size()));
+        end = begin - 1;
+        if (std::next(entry) == entryLines.crend()) {
+            moveOver(before, rest, tag);
+        }
+        m_ahead.push_back(std::move(rest));
+        rest = Origins();
     }
-    inserted.front() = line.mid(0, tag) + inserted.front();
-    inserted.back() += line.mid(tag + tagLength);
-    m_ahead.insert(m_ahead.end(), std::make_move_iterator(inserted.rbegin()), std::make_move_iterator(inserted.rend()));
 }
 
 void TraceRecorder::dropLines(const QStringList &before, const QStringList &after, ELoss reason)
@@ -128,14 +143,14 @@ void TraceRecorder::joinLines()
         joined.removeLast();
     }
     m_kept.clear();
-    m_ahead.assign(1, joined);
+    m_ahead.assign(1, turned(joined));
     openLine();
 }
 
 void TraceRecorder::splitLine(const QString &text)
 {
-    closeLine();
-    const Origins line = std::move(m_ahead.back());
+    keep(m_rest.size());
+    const Origins line = std::move(m_made);
     m_ahead.clear();
     for (int begin = 0; begin <= text.size();) {
         const int found = text.indexOf(QLatin1Char('\n'), begin);
@@ -148,13 +163,12 @@ void TraceRecorder::splitLine(const QString &text)
 void TraceRecorder::openLine()
 {
     Origins &line = m_ahead.back();
-    m_first = line.isEmpty() ? Origin() : line.first();
-    m_last = line.isEmpty() ? Origin() : line.last();
+    m_first = line.isEmpty() ? Origin() : line.last();
+    m_last = line.isEmpty() ? Origin() : line.first();
     m_firstSource = m_trace.m_sources.size();
     // Not clear(), which would keep the room of the longest line for each line.
     m_made = Origins();
-    m_rest = Origins();
-    moveOver(line, m_rest, line.size());
+    m_rest = std::move(line);
 }
 
 void TraceRecorder::keep(int length)
@@ -210,23 +224,23 @@ void TraceRecorder::removeGroup(int start)
     m_made.resize(start);
 }
 
-void TraceRecorder::stop()
+void TraceRecorder::stop(int distance)
 {
     const Origins &rest = m_rest.isEmpty() ? m_ahead.back() : m_rest;
-    m_trace.m_stops.append(rest.isEmpty() ? Origin() : rest.last());
+    m_trace.m_stops.append(rest.value(rest.size() - 1 - distance));
 }
 
 void TraceRecorder::closeLine()
 {
     keep(m_rest.size());
-    m_ahead.back() = std::move(m_made);
+    m_ahead.back() = turned(std::move(m_made));
 }
 
 void TraceRecorder::clearLine(int tag)
 {
     const Origins &line = m_ahead.back();
-    const int source = line.at(tag).source;
-    addLoss(ELoss::XLine, line.first(), line.last(), source, source == 0 ? 0 : 1);
+    const int source = line.at(line.size() - 1 - tag).source;
+    addLoss(ELoss::XLine, line.last(), line.first(), source, source == 0 ? 0 : 1);
     m_ahead.back().clear();
 }
 

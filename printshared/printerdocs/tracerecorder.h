@@ -66,8 +66,8 @@ public:
     void putValueBack();
     /** What was kept from @p start on, and what was skipped last, is a group that the value removed. */
     void removeGroup(int start);
-    /** A limit ends the walk at the next tag. */
-    void stop();
+    /** A limit ends the walk at the tag that is @p distance characters ahead. */
+    void stop(int distance);
     /** The rest of the open line stays as it is; it is the next line. */
     void closeLine();
     /** Nothing stays of the next line, because of the tag at @p tag. */
@@ -85,9 +85,10 @@ private:
 
     ReceiptTrace m_trace;
     std::vector<Origins> m_kept;
-    std::vector<Origins> m_ahead; // the next line is the last one
+    // What is ahead is taken from the end of its list: the next line is the last one, the next character is, too.
+    std::vector<Origins> m_ahead;
+    Origins m_rest; // of the open line
     Origins m_made; // of the open line
-    Origins m_rest; // of the open line, the next character is the last one
     Origin m_first; // of the open line, as it was
     Origin m_last;
     int m_firstSource = 0;

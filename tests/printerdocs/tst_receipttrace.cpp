@@ -9,6 +9,8 @@
 #include "testfixture.h"
 #include "textprinterdocument.h"
 
+#include <ctime>
+
 using ELoss = ReceiptTrace::ELoss;
 using ESource = ReceiptTrace::ESource;
 using Origin = ReceiptTrace::Origin;
@@ -109,6 +111,7 @@ private Q_SLOTS:
     void namesTags();
     void followsCase();
     void stopsAtLimits();
+    void expansionsOfOneLine();
     void countsPlaces();
 };
 
@@ -272,6 +275,18 @@ void TestReceiptTrace::stopsAtLimits()
     const ReceiptTrace entries = traceOf(QStringLiteral("a\nb<ENTRIES>"), {}, QStringLiteral("x\t<ENTRIES>"));
     QCOMPARE(entries.stops().size(), 1);
     QCOMPARE(entries.offsetInTemplate(entries.stops().constFirst()), 3);
+}
+
+// Each of the thousand expansions used to copy the rest of the line: minutes for a line of some megabytes.
+void TestReceiptTrace::expansionsOfOneLine()
+{
+    const QString tag = QStringLiteral("<ENTRIES>");
+    const std::clock_t begin = std::clock();
+    const ReceiptTrace trace = traceOf(QStringLiteral("ab") + tag.repeated(300000), {}, QStringLiteral("x\ty"));
+    const double seconds = double(std::clock() - begin) / CLOCKS_PER_SEC;
+    QCOMPARE(trace.offsetInTemplate(trace.stops().constFirst()), 2 + 1000 * tag.size());
+    QCOMPARE(nameOf(trace, trace.lines().at(1).origins.at(1)), QStringLiteral("=0"));
+    QVERIFY2(seconds < 4, qPrintable(QString::number(seconds)));
 }
 
 void TestReceiptTrace::countsPlaces()

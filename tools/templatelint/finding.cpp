@@ -49,10 +49,9 @@ QVector<Findings::Found> Findings::sorted() const
 bool Findings::claim(ELintCode code, Spot spot)
 {
     const qint64 place = placeKey(code, spot.offset);
-    if (m_spots.contains({place, spot.detail})) {
+    if (!m_spots.insert({place, spot.detail}).second) {
         return false;
     }
-    m_spots.insert({place, spot.detail});
     return ++m_counts[place] <= MostAtOnePlace;
 }
 

@@ -8,8 +8,9 @@
 
 #include <QHash>
 #include <QPair>
-#include <QSet>
 #include <QVector>
+
+#include <set>
 
 namespace printsrv {
 
@@ -72,7 +73,7 @@ private:
 
     QVector<Found> m_found;
     QHash<qint64, int> m_counts; // by code and offset
-    QSet<QPair<qint64, qint64>> m_spots;
+    std::set<QPair<qint64, qint64>> m_spots; // no hash: that of a pair collides for millions of offsets
 };
 
 } // namespace printsrv
